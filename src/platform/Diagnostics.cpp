@@ -1,0 +1,72 @@
+#include "platform/Diagnostics.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <string>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace klova {
+namespace {
+
+DiagnosticSink theSink = nullptr;
+
+/// Standard output, opened once more without blocking where writing to it could block. The flag
+/// is not set on descriptor 1 itself, which other processes may share.
+class Output {
+public:
+    Output() {
+        struct stat status {};
+        if (::fstat(STDOUT_FILENO, &status) != 0)
+            return;
+        if (S_ISSOCK(status.st_mode))
+            socket_ = true;
+        else if (S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode))
+            descriptor_ = ::open("/proc/self/fd/1", O_WRONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+        else
+            descriptor_ = STDOUT_FILENO;
+    }
+
+    void write(const std::string& line) {
+        const std::string text = brokenLine_ ? "\n" + line : line;
+        std::size_t done = 0;
+        while (done < text.size()) {
+            const auto written = writeSome(text.data() + done, text.size() - done);
+            if (written < 0 && errno == EINTR)
+                continue;
+            if (written <= 0)
+                break;
+            done += static_cast<std::size_t>(written);
+        }
+        if (done > 0)
+            brokenLine_ = done < text.size();
+    }
+
+private:
+    ssize_t writeSome(const char* text, std::size_t size) const {
+        if (socket_)
+            return ::send(STDOUT_FILENO, text, size, MSG_DONTWAIT | MSG_NOSIGNAL);
+        return descriptor_ < 0 ? -1 : ::write(descriptor_, text, size);
+    }
+
+    int descriptor_ = -1;
+    bool socket_ = false;
+    bool brokenLine_ = false;
+};
+
+} // namespace
+
+void diagnosticLine(std::string_view text) {
+    if (theSink != nullptr) {
+        theSink(text);
+        return;
+    }
+    static Output output;
+    output.write(std::string(text) + "\n");
+}
+
+DiagnosticSink setDiagnosticSink(DiagnosticSink sink) { return std::exchange(theSink, sink); }
+
+} // namespace klova

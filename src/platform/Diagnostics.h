@@ -1,0 +1,16 @@
+// Diagnostic lines on standard output.
+#pragma once
+
+#include <string_view>
+
+namespace klova {
+
+/// Writes `text` and a line break to standard output. Never blocks, never fails: where the reader
+/// is slow or gone the text is dropped, because the caller may hold the person's keyboard.
+void diagnosticLine(std::string_view text);
+
+/// Sends the lines elsewhere (null: back to standard output); returns the earlier sink.
+using DiagnosticSink = void (*)(std::string_view line);
+DiagnosticSink setDiagnosticSink(DiagnosticSink sink);
+
+} // namespace klova

@@ -1,0 +1,77 @@
+// The one connection to the X server: set-up, atoms, extensions, events, errors.
+#pragma once
+
+#include "platform/x11/Atoms.h"
+#include "platform/x11/UniqueC.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace klova::x11 {
+
+/// The display cannot be reached. `what()` is one sentence for the person.
+class DisplayUnreachable : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+class Connection {
+public:
+    /// Connects to `display`, or to $DISPLAY where it is null. Throws DisplayUnreachable.
+    explicit Connection(const char* display = nullptr);
+
+    xcb_connection_t* get() const { return connection_.get(); }
+    const xcb_screen_t& screen() const { return *screen_; }
+    int screenNumber() const { return screenNumber_; }
+    xcb_window_t root() const { return screen_->root; }
+    const Atoms& atoms() const { return *atoms_; }
+
+    /// What Klova needs and this server does not offer, as a person would call it; empty when
+    /// nothing is missing.
+    const std::vector<std::string>& missingExtensions() const { return missing_; }
+    bool hasXResource() const { return hasXResource_; }
+    std::uint8_t xinputOpcode() const { return xinputOpcode_; }
+    std::uint8_t xkbFirstEvent() const { return xkbFirstEvent_; }
+    std::uint8_t randrFirstEvent() const { return randrFirstEvent_; }
+
+    /// The next event, null when none has arrived. Errors of requests whose answer nobody waits
+    /// for are dealt with here: those of a window that died are expected, others are logged.
+    UniqueC<xcb_generic_event_t> poll();
+
+    void flush() { xcb_flush(get()); }
+    int descriptor() const { return xcb_get_file_descriptor(get()); }
+    bool lost() const { return xcb_connection_has_error(get()) != 0; }
+
+    /// Sends a client message about `window` to the window manager.
+    void sendToWindowManager(xcb_window_t window, xcb_atom_t type,
+                             std::span<const std::uint32_t, 5> data);
+
+    /// Adds to the events that this connection selects on the root window.
+    void selectRootEvents(std::uint32_t mask);
+
+private:
+    void queryExtensions();
+
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    };
+    std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+    int screenNumber_ = 0;
+    xcb_screen_t* screen_ = nullptr;
+    std::optional<Atoms> atoms_;
+    std::vector<std::string> missing_;
+    bool hasXResource_ = false;
+    std::uint8_t xinputOpcode_ = 0;
+    std::uint8_t xkbFirstEvent_ = 0;
+    std::uint8_t randrFirstEvent_ = 0;
+    std::uint32_t rootMask_ = 0;
+};
+
+} // namespace klova::x11
