@@ -1,9 +1,9 @@
 // Klova's desktop on X11: one connection, the services on it, and the events that drive them.
 #pragma once
 
+#include "platform/EventSource.h"
 #include "platform/x11/Connection.h"
 
-#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -22,13 +22,11 @@ class X11AccessibilityService;
 class X11Screens;
 class X11Workspace;
 
-class X11Desktop {
+class X11Desktop final : public EventSource {
 public:
-    using Clock = std::chrono::steady_clock;
-
     /// Throws DisplayUnreachable.
     explicit X11Desktop(const char* display = nullptr);
-    ~X11Desktop();
+    ~X11Desktop() override;
 
     Connection& connection() { return connection_; }
     AccessibilityService& accessibility();
@@ -37,15 +35,9 @@ public:
     EventTapService& taps();
     EventMonitors& monitors();
 
-    /// To be called whenever the descriptor is readable, and before each wait for it: events may
-    /// sit in the library's queue while the descriptor is silent. Returns false once the server
-    /// is gone.
-    bool dispatch();
-
-    /// When `dispatch` has to be called even if nothing arrives.
-    std::optional<Clock::time_point> deadline() const;
-
-    int descriptor() const { return connection_.descriptor(); }
+    int descriptor() const override { return connection_.descriptor(); }
+    bool dispatch() override;
+    std::optional<Clock::time_point> deadline() const override;
 
 private:
     Connection connection_;

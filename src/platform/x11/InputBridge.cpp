@@ -1,0 +1,192 @@
+#include "platform/x11/InputBridge.h"
+
+#include "platform/x11/XcbXkb.h"
+
+#include <utility>
+
+namespace klova::x11 {
+namespace {
+
+/// How soon to ask again for a keyboard that another program holds. The passive grabs need no
+/// such luck; this is for what they do not cover.
+constexpr std::chrono::milliseconds kRetry{20};
+
+void selectKeyboardEvents(Connection& connection) {
+    constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY |
+                                     XCB_XKB_EVENT_TYPE_MAP_NOTIFY |
+                                     XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
+    constexpr std::uint16_t mapParts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
+    xcb_xkb_select_events_details_t details{};
+    details.affectNewKeyboard = details.newKeyboardDetails =
+        XCB_XKB_NKN_DETAIL_KEYCODES | XCB_XKB_NKN_DETAIL_DEVICE_ID;
+    details.affectState = details.stateDetails = XCB_XKB_STATE_PART_MODIFIER_LOCK;
+    xcb_xkb_select_events_aux(connection.get(), XCB_XKB_ID_USE_CORE_KBD, events, 0, 0, mapParts,
+                              mapParts, &details);
+}
+
+bool capsLockIsOn(Connection& connection) {
+    const auto state = own(xcb_xkb_get_state_reply(
+        connection.get(), xcb_xkb_get_state(connection.get(), XCB_XKB_ID_USE_CORE_KBD), nullptr));
+    return state && (state->lockedMods & XCB_MOD_MASK_LOCK) != 0;
+}
+
+} // namespace
+
+/// A tap that is known to the bridge for as long as it lives.
+class InputBridge::Registration final : public EventTapPort {
+public:
+    Registration(InputState& state, std::uint64_t mask, TapClient& client)
+        : state_(state), tap_(state.connection, mask, client) {
+        state_.tap = &tap_;
+    }
+    ~Registration() override { state_.tap = nullptr; }
+    Registration(const Registration&) = delete;
+    Registration& operator=(const Registration&) = delete;
+
+private:
+    InputState& state_;
+    X11EventTap tap_;
+};
+
+InputBridge::InputBridge(Connection& connection, Screens& screens)
+    : state_{connection}, keys_(state_), pointer_(state_, screens) {
+    selectKeyboardEvents(connection);
+    selectXInputEvents(connection, kAllMasters, kWatchedEvents);
+    selectXInputEvents(connection, kAllDevices, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
+    connection.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
+    state_.capsLocked = capsLockIsOn(connection);
+    readKeyMap();
+}
+
+std::unique_ptr<EventTapPort> InputBridge::CGEventTapCreate(std::uint32_t, std::uint32_t,
+                                                            std::uint32_t, std::uint64_t mask,
+                                                            TapClient& client) {
+    if (state_.tap != nullptr || !state_.connection.missingExtensions().empty())
+        return nullptr;
+    grabsOutdated_ = true;
+    return std::make_unique<Registration>(state_, mask, client);
+}
+
+void InputBridge::CGEventTapEnable(EventTapPort&, bool enable) {
+    if (state_.tap == nullptr || state_.tap->enabled() == enable)
+        return;
+    state_.tap->enable(enable);
+    grabsOutdated_ = true;
+}
+
+void InputBridge::activationKeysChanged(EventTapPort&) { grabsOutdated_ = true; }
+
+std::optional<MonitorId> InputBridge::addGlobalMonitorForEventsMatchingMask(std::uint64_t mask,
+                                                                            Handler handler) {
+    return state_.monitors.add(mask, std::move(handler));
+}
+
+void InputBridge::removeMonitor(MonitorId monitor) { state_.monitors.remove(monitor); }
+
+void InputBridge::handle(const xcb_generic_event_t& event) {
+    const auto type = static_cast<std::uint8_t>(event.response_type & 0x7F);
+    pointer_.handle(event);
+    if (type == XCB_GE_GENERIC) {
+        if (reinterpret_cast<const xcb_ge_generic_event_t&>(event).extension ==
+            state_.connection.xinputOpcode())
+            handleXInput(event);
+    } else if (type == state_.connection.xkbFirstEvent()) {
+        const auto& xkb = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
+        if (xkb.xkbType == XCB_XKB_STATE_NOTIFY)
+            state_.capsLocked = (xkb.lockedMods & XCB_MOD_MASK_LOCK) != 0;
+        else
+            keyMapChanged_ = true;
+    } else if (type == XCB_MAPPING_NOTIFY) {
+        keyMapChanged_ = true;
+    } else if (type == XCB_PROPERTY_NOTIFY) {
+        const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        // A new window manager has just placed grabs of its own.
+        if (property.window == state_.connection.root() &&
+            property.atom == state_.connection.atoms()._NET_SUPPORTING_WM_CHECK)
+            managerReplaced_ = true;
+    }
+}
+
+void InputBridge::handleXInput(const xcb_generic_event_t& event) {
+    const auto& key = reinterpret_cast<const KeyEvent&>(event);
+    const auto& rawKey = reinterpret_cast<const RawKeyEvent&>(event);
+    const auto& button = reinterpret_cast<const ButtonEvent&>(event);
+    const auto& rawButton = reinterpret_cast<const RawButtonEvent&>(event);
+    lastTime_ = key.time;
+    state_.place.reset();
+    if (keyMapChanged_)
+        readKeyMap();
+    switch (key.event_type) {
+    case XCB_INPUT_RAW_KEY_PRESS:
+        keys_.watched(rawKey, true);
+        break;
+    case XCB_INPUT_RAW_KEY_RELEASE:
+        keys_.watched(rawKey, false);
+        break;
+    case XCB_INPUT_KEY_PRESS:
+        keys_.frozen(key, true);
+        break;
+    case XCB_INPUT_KEY_RELEASE:
+        keys_.frozen(key, false);
+        break;
+    case XCB_INPUT_RAW_BUTTON_PRESS:
+        pointer_.watched(rawButton, true);
+        break;
+    case XCB_INPUT_RAW_BUTTON_RELEASE:
+        pointer_.watched(rawButton, false);
+        break;
+    case XCB_INPUT_BUTTON_PRESS:
+        pointer_.grabbed(button, true);
+        break;
+    case XCB_INPUT_BUTTON_RELEASE:
+        pointer_.grabbed(button, false);
+        break;
+    case XCB_INPUT_MOTION:
+        pointer_.draggedInGrab(button);
+        break;
+    case XCB_INPUT_RAW_MOTION:
+        pointer_.draggedOutside();
+        break;
+    case XCB_INPUT_HIERARCHY:
+        keys_.dropStaleKeys();
+        break;
+    default:
+        break;
+    }
+    state_.place.reset();
+    pointer_.selectMotion();
+}
+
+void InputBridge::readKeyMap() {
+    keyMapChanged_ = false;
+    grabsOutdated_ = true;
+    if (auto map = KeyMap::read(state_.connection))
+        state_.map = *map;
+}
+
+void InputBridge::settle() {
+    if (keyMapChanged_)
+        readKeyMap();
+    if (state_.tap == nullptr)
+        return;
+    if (managerReplaced_ && !state_.tap->ownsKeyboard()) {
+        state_.tap->dropGrabs();
+        managerReplaced_ = false;
+        grabsOutdated_ = true;
+    }
+    if (grabsOutdated_ || state_.tap->armedForGood())
+        state_.tap->placeGrabs(state_.map);
+    grabsOutdated_ = false;
+    holdKeyboardWhileArmed();
+}
+
+void InputBridge::holdKeyboardWhileArmed() {
+    retryAt_.reset();
+    X11EventTap& tap = *state_.tap;
+    if (!tap.armed())
+        tap.releaseKeyboard();
+    else if (!tap.ownsKeyboard() && !tap.takeKeyboard())
+        retryAt_ = std::chrono::steady_clock::now() + kRetry;
+}
+
+} // namespace klova::x11

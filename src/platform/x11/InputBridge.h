@@ -1,0 +1,59 @@
+// Input on X11: the event tap and the global monitors, fed by one stream of events.
+#pragma once
+
+#include "platform/EventMonitors.h"
+#include "platform/EventTap.h"
+#include "platform/Screens.h"
+#include "platform/x11/KeyInput.h"
+#include "platform/x11/PointerInput.h"
+
+#include <chrono>
+#include <optional>
+
+namespace klova::x11 {
+
+class InputBridge final : public EventTapService, public EventMonitors {
+public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
+    InputBridge(Connection& connection, Screens& screens);
+
+    std::unique_ptr<EventTapPort> CGEventTapCreate(std::uint32_t location, std::uint32_t placement,
+                                                   std::uint32_t options, std::uint64_t mask,
+                                                   TapClient& client) override;
+    void CGEventTapEnable(EventTapPort& tap, bool enable) override;
+    void activationKeysChanged(EventTapPort& tap) override;
+
+    std::optional<MonitorId> addGlobalMonitorForEventsMatchingMask(std::uint64_t mask,
+                                                                   Handler handler) override;
+    void removeMonitor(MonitorId monitor) override;
+    Point mouseLocation() override { return pointer_.location(); }
+
+    void handle(const xcb_generic_event_t& event);
+
+    /// To be called when no more events wait: what need not be done between two of them.
+    void settle();
+
+    std::optional<TimePoint> deadline() const { return retryAt_; }
+
+    /// The server's time of the last input event.
+    xcb_timestamp_t lastTime() const { return lastTime_; }
+
+private:
+    class Registration;
+
+    void handleXInput(const xcb_generic_event_t& event);
+    void readKeyMap();
+    void holdKeyboardWhileArmed();
+
+    InputState state_;
+    KeyInput keys_;
+    PointerInput pointer_;
+    bool keyMapChanged_ = true;
+    bool grabsOutdated_ = false;   ///< the plan of the passive grabs may have changed
+    bool managerReplaced_ = false; ///< they have to be placed anew though the plan is the same
+    xcb_timestamp_t lastTime_ = XCB_CURRENT_TIME;
+    std::optional<TimePoint> retryAt_;
+};
+
+} // namespace klova::x11

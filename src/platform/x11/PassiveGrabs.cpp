@@ -1,0 +1,88 @@
+#include "platform/x11/PassiveGrabs.h"
+
+#include "platform/x11/XInput.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace klova::x11 {
+namespace {
+
+constexpr std::uint32_t kAnyKey = 0;
+constexpr std::uint32_t kKeyMask =
+    XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
+constexpr std::uint32_t kButtonMask = XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS |
+                                      XCB_INPUT_XI_EVENT_MASK_BUTTON_RELEASE |
+                                      XCB_INPUT_XI_EVENT_MASK_MOTION;
+
+std::vector<std::uint32_t> statesThatContain(std::uint32_t modifiers) {
+    std::vector<std::uint32_t> states;
+    for (std::uint32_t state = 0; state < 256; ++state)
+        if ((state & modifiers) == modifiers)
+            states.push_back(state);
+    return states;
+}
+
+xcb_input_xi_passive_grab_device_cookie_t request(Connection& connection, const PassiveGrab& grab) {
+    const bool isKey = grab.kind == PassiveGrab::Kind::key;
+    // A completing press holds the pointer back too, so that a click right after it waits for the
+    // verdict; a click must not hold the keyboard.
+    const auto paired = isKey && grab.detail != kAnyKey ? XCB_INPUT_GRAB_MODE_22_SYNC
+                                                        : XCB_INPUT_GRAB_MODE_22_ASYNC;
+    const std::uint32_t mask = isKey ? kKeyMask : kButtonMask;
+    return xcb_input_xi_passive_grab_device(
+        connection.get(), XCB_CURRENT_TIME, connection.root(), XCB_CURSOR_NONE, grab.detail,
+        kAllMasters, static_cast<std::uint16_t>(grab.modifierStates.size()), 1,
+        static_cast<std::uint8_t>(grab.kind), XCB_INPUT_GRAB_MODE_22_SYNC,
+        static_cast<std::uint8_t>(paired), 0, &mask, grab.modifierStates.data());
+}
+
+} // namespace
+
+std::vector<PassiveGrab> planPassiveGrabs(const KeyMap& map,
+                                          std::span<const KeyCode> activationKeys) {
+    std::uint32_t all = 0;
+    for (const KeyCode code : activationKeys) {
+        if (map.modifiersOf(code) == 0)
+            return {};
+        all |= map.modifiersOf(code);
+    }
+
+    std::vector<PassiveGrab> plan;
+    for (std::uint32_t keycode = 0; keycode < map.codes.size(); ++keycode) {
+        const KeyCode code = map.codes[keycode];
+        if (std::ranges::find(activationKeys, code) == activationKeys.end())
+            continue;
+        std::uint32_t others = 0;
+        for (const KeyCode other : activationKeys)
+            if (other != code)
+                others |= map.modifiersOf(other);
+        plan.push_back({PassiveGrab::Kind::key, keycode, statesThatContain(others)});
+    }
+    plan.push_back({PassiveGrab::Kind::key, kAnyKey, statesThatContain(all)});
+    for (const std::uint32_t button : {1U, 3U})
+        plan.push_back({PassiveGrab::Kind::button, button, statesThatContain(all)});
+    return plan;
+}
+
+PassiveGrabs::PassiveGrabs(Connection& connection, std::vector<PassiveGrab> grabs)
+    : connection_(connection), grabs_(std::move(grabs)) {
+    std::vector<xcb_input_xi_passive_grab_device_cookie_t> cookies;
+    cookies.reserve(grabs_.size());
+    for (const PassiveGrab& grab : grabs_)
+        cookies.push_back(request(connection_, grab));
+    for (const auto cookie : cookies)
+        if (const auto reply =
+                own(xcb_input_xi_passive_grab_device_reply(connection_.get(), cookie, nullptr)))
+            refused_ += reply->num_modifiers;
+}
+
+PassiveGrabs::~PassiveGrabs() {
+    for (const PassiveGrab& grab : grabs_)
+        xcb_input_xi_passive_ungrab_device(
+            connection_.get(), connection_.root(), grab.detail, kAllMasters,
+            static_cast<std::uint16_t>(grab.modifierStates.size()),
+            static_cast<std::uint8_t>(grab.kind), grab.modifierStates.data());
+}
+
+} // namespace klova::x11

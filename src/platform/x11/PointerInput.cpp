@@ -1,0 +1,120 @@
+#include "platform/x11/PointerInput.h"
+
+namespace klova::x11 {
+namespace {
+
+constexpr std::uint32_t kLeft = 1;
+constexpr std::uint32_t kMiddle = 2;
+constexpr std::uint32_t kRight = 3;
+
+EventType typeOf(std::uint32_t button, bool press) {
+    switch (button) {
+    case kLeft:
+        return press ? EventType::leftMouseDown : EventType::leftMouseUp;
+    case kRight:
+        return press ? EventType::rightMouseDown : EventType::rightMouseUp;
+    default:
+        return press ? EventType::otherMouseDown : EventType::null;
+    }
+}
+
+} // namespace
+
+PointerInput::PointerInput(InputState& state, Screens& screens)
+    : state_(state), screens_(screens), settings_(state.connection) {
+    readMainScreen();
+}
+
+void PointerInput::readMainScreen() {
+    if (const auto screen = screens_.mainScreen())
+        mainScreenBottom_ = maxY(screen->frame);
+}
+
+Point PointerInput::location() {
+    const Point place = state_.place ? *state_.place : queryPointer(state_.connection);
+    return {place.x, mainScreenBottom_ - place.y};
+}
+
+std::uint32_t PointerInput::logicalButton(const RawButtonEvent& event) const {
+    auto* connection = state_.connection.get();
+    const auto device = static_cast<std::uint8_t>(event.sourceid);
+    const auto ofDevice = xcb_input_get_device_button_mapping(connection, device);
+    const auto ofPointer = xcb_get_pointer_mapping(connection);
+    const auto deviceReply =
+        own(xcb_input_get_device_button_mapping_reply(connection, ofDevice, nullptr));
+    const auto pointerReply = own(xcb_get_pointer_mapping_reply(connection, ofPointer, nullptr));
+
+    // The server applies the device's own map first, then that of the pointer it moves.
+    std::uint32_t button = event.detail;
+    if (deviceReply && button >= 1 && button <= deviceReply->map_size)
+        button = xcb_input_get_device_button_mapping_map(deviceReply.get())[button - 1];
+    if (pointerReply && button >= 1 && button <= pointerReply->map_len)
+        button = xcb_get_pointer_mapping_map(pointerReply.get())[button - 1];
+    return button;
+}
+
+Event PointerInput::buttonEvent(std::uint32_t button, bool press, xcb_timestamp_t time) {
+    Event event = state_.event(typeOf(button, press));
+    if (press)
+        event.clickState = clicks_.press(button, time, *state_.place, settings_.clickLimits());
+    if (button == kLeft)
+        leftDown_ = press;
+    return event;
+}
+
+void PointerInput::watched(const RawButtonEvent& event, bool press) {
+    const std::uint32_t button = logicalButton(event);
+    if (button < kLeft || button > kRight || button == kMiddle)
+        return;
+    if (press)
+        readMainScreen();
+    state_.place = queryPointer(state_.connection);
+    const Event click = buttonEvent(button, press, event.time);
+    state_.monitors.deliver(click);
+    state_.observe(click);
+}
+
+void PointerInput::grabbed(const ButtonEvent& event, bool press) {
+    if (state_.tap == nullptr) {
+        allowEvents(state_.connection, kMasterPointer, Allow::replay);
+        return;
+    }
+    state_.place = pixel(event.root_x, event.root_y);
+    const Event click = buttonEvent(event.detail, press, event.time);
+    const bool swallow = state_.armed() && state_.tap->ask(click) == Verdict::swallow;
+    if (!press)
+        state_.tap->buttonReleased(event.detail);
+    else if (swallow)
+        state_.tap->swallowButton(event.detail);
+    else
+        state_.tap->replayButton();
+}
+
+void PointerInput::draggedInGrab(const ButtonEvent& event) {
+    if (state_.tap == nullptr || !state_.tap->hasSwallowedButton(kLeft))
+        return;
+    state_.place = pixel(event.root_x, event.root_y);
+    state_.monitors.deliver(state_.event(EventType::leftMouseDragged));
+}
+
+void PointerInput::draggedOutside() {
+    // Armed, but unable to hold anything back: the drag belongs to whoever holds the keyboard.
+    if (state_.armed() && !state_.tap->ownsKeyboard())
+        return;
+    state_.place = queryPointer(state_.connection);
+    state_.monitors.deliver(state_.event(EventType::leftMouseDragged));
+}
+
+void PointerInput::selectMotion() {
+    const bool inGrab = state_.tap != nullptr && state_.tap->hasSwallowedButton(kLeft);
+    const bool wanted =
+        leftDown_ && !inGrab && state_.monitors.watches(EventType::leftMouseDragged);
+    if (wanted == motionSelected_)
+        return;
+    motionSelected_ = wanted;
+    selectXInputEvents(state_.connection, kAllMasters,
+                       wanted ? kWatchedEvents | XCB_INPUT_XI_EVENT_MASK_RAW_MOTION
+                              : kWatchedEvents);
+}
+
+} // namespace klova::x11

@@ -1,0 +1,55 @@
+// Button and motion events, watched and held back.
+#pragma once
+
+#include "platform/Screens.h"
+#include "platform/x11/ClickCounter.h"
+#include "platform/x11/InputState.h"
+#include "platform/x11/XSettings.h"
+
+namespace klova::x11 {
+
+class PointerInput {
+public:
+    PointerInput(InputState& state, Screens& screens);
+
+    /// A button event on its way to anybody.
+    void watched(const RawButtonEvent& event, bool press);
+
+    /// A button event that a grab of ours has frozen (a press) or owns (a release).
+    void grabbed(const ButtonEvent& event, bool press);
+
+    /// A motion while a swallowed button is down: one step of a drag.
+    void draggedInGrab(const ButtonEvent& event);
+
+    /// A motion while somebody else owns the button.
+    void draggedOutside();
+
+    /// Selects motions only while somebody watches a drag that is under way: an idle mouse does
+    /// not wake the program.
+    void selectMotion();
+
+    /// In points, origin at the bottom left of the main screen, y growing upward.
+    Point location();
+
+    void handle(const xcb_generic_event_t& event) { settings_.handle(event); }
+
+private:
+    std::uint32_t logicalButton(const RawButtonEvent& event) const;
+    Event buttonEvent(std::uint32_t button, bool press, xcb_timestamp_t time);
+    void readMainScreen();
+
+    InputState& state_;
+    Screens& screens_;
+    XSettings settings_;
+    ClickCounter clicks_;
+    double mainScreenBottom_ = 0; ///< in root pixels, y downward
+    bool leftDown_ = false;
+    bool motionSelected_ = false;
+};
+
+/// The events of all master devices that are watched at all times.
+inline constexpr std::uint32_t kWatchedEvents =
+    XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE |
+    XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
+
+} // namespace klova::x11

@@ -1,0 +1,56 @@
+#include "platform/x11/X11Desktop.h"
+
+#include "platform/x11/InputBridge.h"
+#include "platform/x11/X11AccessibilityService.h"
+#include "platform/x11/X11Screens.h"
+#include "platform/x11/X11Workspace.h"
+
+#include <algorithm>
+
+namespace klova::x11 {
+
+X11Desktop::X11Desktop(const char* display)
+    : connection_(display), screens_(std::make_unique<X11Screens>(connection_)),
+      accessibility_(std::make_unique<X11AccessibilityService>(connection_, *screens_)),
+      workspace_(std::make_unique<X11Workspace>(connection_, *accessibility_)),
+      input_(std::make_unique<InputBridge>(connection_, *screens_)) {}
+
+X11Desktop::~X11Desktop() = default;
+
+AccessibilityService& X11Desktop::accessibility() { return *accessibility_; }
+Workspace& X11Desktop::workspace() { return *workspace_; }
+Screens& X11Desktop::screens() { return *screens_; }
+EventTapService& X11Desktop::taps() { return *input_; }
+EventMonitors& X11Desktop::monitors() { return *input_; }
+
+bool X11Desktop::dispatch() {
+    // Settling asks the server, and an answer may bring further events along.
+    while (auto event = connection_.poll()) {
+        do {
+            input_->handle(*event);
+            accessibility_->setEventTime(input_->lastTime());
+            accessibility_->handle(*event);
+            accessibility_->flushWrites();
+            connection_.flush();
+            event = connection_.poll();
+        } while (event);
+        input_->settle();
+    }
+    const auto now = Clock::now();
+    if (const auto due = accessibility_->deadline(); due && *due <= now)
+        accessibility_->onDeadline(now);
+    input_->settle();
+    accessibility_->flushWrites();
+    connection_.flush();
+    return !connection_.lost();
+}
+
+std::optional<EventSource::Clock::time_point> X11Desktop::deadline() const {
+    const auto input = input_->deadline();
+    const auto windows = accessibility_->deadline();
+    if (input && windows)
+        return std::min(*input, *windows);
+    return input ? input : windows;
+}
+
+} // namespace klova::x11

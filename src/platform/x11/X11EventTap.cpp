@@ -1,0 +1,134 @@
+#include "platform/x11/X11EventTap.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <poll.h>
+
+namespace klova::x11 {
+namespace {
+
+constexpr std::chrono::seconds kPatience{5};
+
+} // namespace
+
+X11EventTap::X11EventTap(Connection& connection, std::uint64_t mask, TapClient& client)
+    : connection_(connection), mask_(mask), client_(client) {}
+
+X11EventTap::~X11EventTap() {
+    releasePointer();
+    waitForSwallowedKeys();
+    releaseKeyboard();
+    passive_.reset();
+    connection_.flush();
+}
+
+bool X11EventTap::isActivationKey(KeyCode code) const {
+    return std::ranges::find(client_.activationKeys(), code) != client_.activationKeys().end();
+}
+
+Verdict X11EventTap::ask(const Event& event) {
+    if (!enabled_ || (mask_ & maskOf(event.type)) == 0)
+        return Verdict::pass;
+    return client_.tapCallback(event.type, event);
+}
+
+void X11EventTap::placeGrabs(const KeyMap& map) {
+    std::vector<PassiveGrab> plan;
+    // Without activation keys nothing arms but a first modifier, and then everything is taken.
+    if (enabled_ && (!client_.activationKeys().empty() || client_.armed()))
+        plan = planPassiveGrabs(map, client_.activationKeys());
+    if (passive_ && passive_->grabs() == plan)
+        return;
+    passive_.reset();
+    passive_.emplace(connection_, std::move(plan));
+    if (passive_->refused() > 0 && !saidRefusal_) {
+        saidRefusal_ = true;
+        std::fprintf(stderr,
+                     "klova: another program holds %zu combinations of the activation keys; "
+                     "Klova watches for them in another way\n",
+                     passive_->refused());
+    }
+}
+
+bool X11EventTap::takeKeyboard() {
+    const std::uint32_t mask =
+        XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
+    const auto cookie = xcb_input_xi_grab_device(
+        connection_.get(), connection_.root(), XCB_CURRENT_TIME, XCB_CURSOR_NONE, kMasterKeyboard,
+        XCB_INPUT_GRAB_MODE_22_SYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, 0, 1, &mask);
+    const auto reply = own(xcb_input_xi_grab_device_reply(connection_.get(), cookie, nullptr));
+    ownsKeyboard_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    return ownsKeyboard_;
+}
+
+void X11EventTap::releaseKeyboard() {
+    if (!ownsKeyboard_)
+        return;
+    xcb_input_xi_ungrab_device(connection_.get(), XCB_CURRENT_TIME, kMasterKeyboard);
+    ownsKeyboard_ = false;
+    swallowedKeys_.clear();
+}
+
+void X11EventTap::swallowKey(PhysicalKey physical, bool press) {
+    if (press)
+        swallowedKeys_.insert(physical);
+    else
+        swallowedKeys_.erase(physical);
+    allowEvents(connection_, kMasterKeyboard, Allow::untilNextEvent);
+}
+
+void X11EventTap::replayKey() {
+    allowEvents(connection_, kMasterKeyboard, Allow::replay);
+    ownsKeyboard_ = false;
+    if (armed())
+        takeKeyboard();
+    else
+        swallowedKeys_.clear();
+}
+
+void X11EventTap::swallowButton(std::uint32_t button) {
+    swallowedButtons_.insert(button);
+    allowEvents(connection_, kMasterPointer, Allow::thaw);
+}
+
+void X11EventTap::releasePointer() {
+    if (swallowedButtons_.empty())
+        return;
+    swallowedButtons_.clear();
+    xcb_input_xi_ungrab_device(connection_.get(), XCB_CURRENT_TIME, kMasterPointer);
+}
+
+void X11EventTap::waitForSwallowedKeys() {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + kPatience;
+    connection_.flush();
+    while (ownsKeyboard_ && !swallowedKeys_.empty() && !connection_.lost()) {
+        const auto event = connection_.poll();
+        if (!event) {
+            const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
+            pollfd descriptor{connection_.descriptor(), POLLIN, 0};
+            if (left.count() <= 0 || ::poll(&descriptor, 1, static_cast<int>(left.count())) == 0)
+                return;
+            continue;
+        }
+        const auto* generic = reinterpret_cast<const KeyEvent*>(event.get());
+        if ((event->response_type & 0x7F) != XCB_GE_GENERIC ||
+            generic->extension != connection_.xinputOpcode() ||
+            (generic->event_type != XCB_INPUT_KEY_PRESS &&
+             generic->event_type != XCB_INPUT_KEY_RELEASE))
+            continue;
+        const PhysicalKey physical{generic->sourceid, static_cast<std::uint8_t>(generic->detail)};
+        const bool press = generic->event_type == XCB_INPUT_KEY_PRESS;
+        if (!press && !hasSwallowed(physical)) {
+            // An activation key whose press the application knows: the chord is over.
+            allowEvents(connection_, kMasterKeyboard, Allow::replay);
+            ownsKeyboard_ = false;
+        } else {
+            swallowKey(physical, press);
+        }
+        connection_.flush();
+    }
+}
+
+} // namespace klova::x11

@@ -1,0 +1,90 @@
+// The tap itself: what it has grabbed, and whom it asks.
+#pragma once
+
+#include "platform/EventTap.h"
+#include "platform/x11/HeldKeys.h"
+#include "platform/x11/PassiveGrabs.h"
+#include "platform/x11/XInput.h"
+
+#include <optional>
+#include <set>
+
+namespace klova::x11 {
+
+/// X11 has no tap. It is made of grabs that the server itself applies at the moment of an event:
+/// passive ones that lie in wait for the press that completes the set, and the whole keyboard from
+/// that press on. Each event taken this way arrives frozen and is answered before the next.
+class X11EventTap {
+public:
+    X11EventTap(Connection& connection, std::uint64_t mask, TapClient& client);
+
+    /// Keys whose press was swallowed are kept from the other applications until they are let go,
+    /// so that their auto-repeat does not reach anybody; then everything is free.
+    ~X11EventTap();
+    X11EventTap(const X11EventTap&) = delete;
+    X11EventTap& operator=(const X11EventTap&) = delete;
+
+    bool enabled() const { return enabled_; }
+    void enable(bool enabled) { enabled_ = enabled; }
+    bool armed() const { return enabled_ && client_.armed(); }
+    bool isActivationKey(KeyCode code) const;
+
+    /// Without activation keys the gestures, once armed, stay so for good.
+    bool armedForGood() const { return armed() && client_.activationKeys().empty(); }
+
+    /// The client's verdict; "pass" for events that are not in the mask.
+    Verdict ask(const Event& event);
+
+    /// Sets the passive grabs for this map and the client's keys, unless they are in place.
+    void placeGrabs(const KeyMap& map);
+
+    /// Gives the passive grabs up, to be placed again: between equal grabs the newest wins.
+    void dropGrabs() { passive_.reset(); }
+
+    bool ownsKeyboard() const { return ownsKeyboard_; }
+
+    /// Grabs the keyboard, which then freezes at each key event. False while another program
+    /// holds it.
+    bool takeKeyboard();
+
+    /// Gives the keyboard back; for when no event of it waits for an answer.
+    void releaseKeyboard();
+
+    /// Answers a frozen key event: the application never sees it.
+    void swallowKey(PhysicalKey physical, bool press);
+
+    /// Answers a frozen key event: it goes where it would have gone without us, and the grab that
+    /// froze it ends on exactly this event. While armed the keyboard is taken again at once; what
+    /// came in between is caught by the passive grabs.
+    void replayKey();
+
+    bool hasSwallowed(PhysicalKey physical) const { return swallowedKeys_.contains(physical); }
+
+    /// Answers a frozen press of a button.
+    void swallowButton(std::uint32_t button);
+    void replayButton() { allowEvents(connection_, kMasterPointer, Allow::replay); }
+
+    void buttonReleased(std::uint32_t button) { swallowedButtons_.erase(button); }
+    bool hasSwallowedButton(std::uint32_t button) const {
+        return swallowedButtons_.contains(button);
+    }
+
+    /// Lets the release of a button go to the application, though its press was swallowed: the
+    /// person let go of the activation keys first.
+    void releasePointer();
+
+private:
+    void waitForSwallowedKeys();
+
+    Connection& connection_;
+    std::uint64_t mask_;
+    TapClient& client_;
+    bool enabled_ = false;
+    bool ownsKeyboard_ = false;
+    bool saidRefusal_ = false;
+    std::optional<PassiveGrabs> passive_;
+    std::set<PhysicalKey> swallowedKeys_;
+    std::set<std::uint32_t> swallowedButtons_;
+};
+
+} // namespace klova::x11
