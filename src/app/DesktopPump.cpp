@@ -1,0 +1,38 @@
+#include "app/DesktopPump.h"
+
+#include <QAbstractEventDispatcher>
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace klova {
+
+DesktopPump::DesktopPump(EventSource& source, std::function<void()> gone)
+    : source_(source), gone_(std::move(gone)),
+      notifier_(source.descriptor(), QSocketNotifier::Read) {
+    timer_.setSingleShot(true);
+    timer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { dispatch(); });
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { dispatch(); });
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
+                     &notifier_, [this] { dispatch(); });
+}
+
+void DesktopPump::dispatch() {
+    if (source_.dispatch())
+        setTimer(source_.deadline());
+    else
+        gone_();
+}
+
+void DesktopPump::setTimer(std::optional<EventSource::Clock::time_point> deadline) {
+    if (!deadline) {
+        timer_.stop();
+        return;
+    }
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(*deadline - EventSource::Clock::now());
+    timer_.start(std::max(left, std::chrono::milliseconds::zero()));
+}
+
+} // namespace klova

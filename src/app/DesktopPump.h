@@ -1,0 +1,29 @@
+// Lets the event loop wait for the desktop's events.
+#pragma once
+
+#include "platform/EventSource.h"
+
+#include <QSocketNotifier>
+#include <QTimer>
+#include <functional>
+#include <optional>
+
+namespace klova {
+
+/// Wakes the loop when the source has something to do and at no other time. Needs a running
+/// QApplication; `source` is borrowed. `gone` is called when the desktop has ended.
+class DesktopPump {
+public:
+    DesktopPump(EventSource& source, std::function<void()> gone);
+
+private:
+    void dispatch();
+    void setTimer(std::optional<EventSource::Clock::time_point> deadline);
+
+    EventSource& source_;
+    std::function<void()> gone_;
+    QSocketNotifier notifier_;
+    QTimer timer_;
+};
+
+} // namespace klova

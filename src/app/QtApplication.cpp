@@ -1,0 +1,75 @@
+#include "app/QtApplication.h"
+
+#include <QMessageBox>
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <langinfo.h>
+
+namespace klova {
+namespace {
+
+QString textOf(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// Qt keeps a reference to the arguments. Klova has no options, so neither has Qt.
+struct Arguments {
+    char name[6] = "klova";
+    char* values[2] = {name, nullptr};
+    int count = 1;
+};
+
+Arguments& prepared() {
+    ::setenv("QT_QPA_PLATFORM", "xcb", 1);
+    // A session manager would start Klova again at each login, beside the login item.
+    ::unsetenv("SESSION_MANAGER");
+    // Qt complains of any other encoding and then uses this one.
+    if (std::setlocale(LC_CTYPE, "") == nullptr ||
+        std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0)
+        ::setenv("LC_ALL", "C.UTF-8", 1);
+    QCoreApplication::setApplicationName("klova");
+    QGuiApplication::setDesktopFileName("klova");
+    static Arguments arguments;
+    return arguments;
+}
+
+} // namespace
+
+QtApplication::QtApplication() : application_(prepared().count, prepared().values) {
+    QGuiApplication::setApplicationDisplayName("Klova");
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    std::setlocale(LC_NUMERIC, "C");
+}
+
+void QtApplication::activateIgnoringOtherApps() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible())
+            continue;
+        window->raise();
+        window->activateWindow();
+    }
+}
+
+int QtApplication::runModalAlert(std::string_view message, std::string_view informative) {
+    QMessageBox alert(QMessageBox::Information, "Klova", textOf(message), QMessageBox::Ok);
+    alert.setTextFormat(Qt::PlainText);
+    alert.setInformativeText(textOf(informative));
+    alert.setWindowFlag(Qt::WindowStaysOnTopHint);
+    alert.exec();
+    return kAlertFirstButton;
+}
+
+void QtApplication::terminate() {
+    if (!running_)
+        std::_Exit(EXIT_SUCCESS);
+    QCoreApplication::exit();
+}
+
+void QtApplication::run() {
+    running_ = true;
+    QCoreApplication::exec();
+    running_ = false;
+}
+
+} // namespace klova

@@ -1,0 +1,110 @@
+// Puts Klova together: the X11 desktop, the services beside it, and the application on top.
+
+#include "app/AppDelegate.h"
+#include "app/DesktopPump.h"
+#include "app/QtApplication.h"
+#include "app/QtMessages.h"
+#include "app/QuitSignals.h"
+#include "app/TrayIcon.h"
+#include "platform/UniqueDescriptor.h"
+#include "platform/freedesktop/JsonPreferencesStore.h"
+#include "platform/x11/SingleInstance.h"
+#include "platform/x11/X11Desktop.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <poll.h>
+#include <string>
+#include <string_view>
+#include <sysexits.h>
+
+namespace {
+
+using namespace klova;
+
+int end(int status, const std::string& sentence) {
+    std::fprintf(stderr, "klova: %s.\n", sentence.c_str());
+    return status;
+}
+
+int answerArguments(std::string_view argument, bool alone) {
+    if (alone && argument == "--version")
+        return std::puts("klova " KLOVA_VERSION) < 0 ? EX_IOERR : EX_OK;
+    if (alone && argument == "--help")
+        return std::puts("Usage: klova\nArranges windows from keyboard and mouse, from the tray of "
+                         "the display in $DISPLAY.") < 0
+                   ? EX_IOERR
+                   : EX_OK;
+    return end(EX_USAGE, "takes no arguments but --help or --version");
+}
+
+/// Where standard streams are closed the next file opened would take their place, and diagnostic
+/// lines would go to the X server.
+void occupyStandardDescriptors() {
+    int descriptor = ::open("/dev/null", O_RDWR);
+    while (descriptor >= 0 && descriptor <= STDERR_FILENO)
+        descriptor = ::open("/dev/null", O_RDWR);
+    const UniqueDescriptor spare(descriptor);
+}
+
+[[noreturn]] void endWithoutServer() { std::_Exit(end(EX_UNAVAILABLE, "the X server has gone")); }
+
+void endIfServerHungUp(int descriptor) {
+    pollfd connection{.fd = descriptor, .events = POLLRDHUP, .revents = 0};
+    if (::poll(&connection, 1, 0) > 0)
+        endWithoutServer();
+}
+
+std::string listed(const std::vector<std::string>& names) {
+    std::string list;
+    for (const std::string& name : names)
+        list += (list.empty() ? "" : ", ") + name;
+    return list;
+}
+
+void runOn(x11::X11Desktop& x11, QuitSignals& quitSignals) {
+    handleQtMessages([descriptor = x11.descriptor()] { endIfServerHungUp(descriptor); });
+    QtApplication application;
+    DesktopPump pump(x11, endWithoutServer);
+    quitSignals.deliverTo([&application] { application.terminate(); });
+    TrayIcon tray;
+    JsonPreferencesStore preferences;
+    Desktop desktop{.accessibility = x11.accessibility(),
+                    .workspace = x11.workspace(),
+                    .screens = x11.screens(),
+                    .taps = x11.taps(),
+                    .monitors = x11.monitors(),
+                    .statusItem = tray,
+                    .preferences = preferences,
+                    .application = application};
+    AppDelegate delegate(desktop, tray);
+    delegate.applicationDidFinishLaunching();
+}
+
+int connectAndRun(QuitSignals& quitSignals) {
+    x11::X11Desktop x11;
+    if (const auto& missing = x11.connection().missingExtensions(); !missing.empty())
+        return end(EX_UNAVAILABLE, "this X server does not offer " + listed(missing));
+    const x11::SingleInstance instance(x11.connection());
+    if (!instance.acquired())
+        return end(EX_OK, "already running on display " + std::string(std::getenv("DISPLAY")));
+    runOn(x11, quitSignals);
+    return EX_OK;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    occupyStandardDescriptors();
+    if (argc > 1)
+        return answerArguments(argv[1], argc == 2);
+    std::signal(SIGPIPE, SIG_IGN);
+    QuitSignals quitSignals;
+    try {
+        return connectAndRun(quitSignals);
+    } catch (const x11::DisplayUnreachable& unreachable) {
+        return end(EX_UNAVAILABLE, unreachable.what());
+    }
+}
