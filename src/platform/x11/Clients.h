@@ -1,0 +1,74 @@
+// Finding windows: the active one, those of a process, the client around a part of its frame.
+#pragma once
+
+#include "platform/x11/TrackedWindow.h"
+#include "platform/x11/WindowManager.h"
+#include "platform/x11/WindowSnapshot.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace klova::x11 {
+
+/// A window together with what it was like when it was found.
+struct FoundWindow {
+    std::shared_ptr<TrackedWindow> window;
+    WindowSnapshot snapshot;
+    bool active = false;
+};
+
+class Clients {
+public:
+    Clients(Connection& connection, WindowManager& manager, TrackedWindows& tracked)
+        : connection_(connection), manager_(manager), tracked_(tracked) {}
+
+    /// The window that has the focus, if a person would call it a window of a program: shown, in
+    /// the manager's list, and no desktop or dock.
+    std::optional<FoundWindow> focused();
+
+    /// Whatever is active, be it a client or not; the desktop without a window where nothing is.
+    struct Frontmost {
+        ProcessId process = kDesktopProcess;
+        xcb_window_t window = XCB_NONE;
+    };
+    Frontmost frontmost();
+
+    /// All windows of a process, oldest first.
+    std::vector<FoundWindow> ofProcess(ProcessId process);
+
+    /// Which window is active, be it a client or not; none without one.
+    xcb_window_t active();
+
+    bool isClient(xcb_window_t window);
+
+    /// A client as it is now; absent when it is gone.
+    std::optional<FoundWindow> find(xcb_window_t client);
+
+    /// The deepest window at a point of the root, y growing downward; none on the bare root.
+    xcb_window_t deepestAt(int x, int y);
+
+    /// One step outward: from inside a client its X parent, from a part of a frame the client it
+    /// frames; none for windows that nobody manages.
+    xcb_window_t enclosing(xcb_window_t window);
+
+private:
+    struct Sighting {
+        xcb_window_t active = XCB_NONE;
+        bool listed = false;
+        std::optional<WindowSnapshot> snapshot;
+    };
+    Sighting look();
+    Sighting lookAt(xcb_window_t guess);
+    Sighting lookWithoutManager(xcb_window_t guess);
+    std::optional<WindowSnapshot> snapshotOf(xcb_window_t window);
+    xcb_window_t inputFocus();
+    std::vector<xcb_window_t> ancestors(xcb_window_t window);
+
+    Connection& connection_;
+    WindowManager& manager_;
+    TrackedWindows& tracked_;
+    xcb_window_t lastActive_ = XCB_NONE;
+};
+
+} // namespace klova::x11

@@ -1,0 +1,32 @@
+// The elements of the accessibility tree on X11.
+#pragma once
+
+#include "platform/x11/Clients.h"
+
+#include <cstdint>
+
+namespace klova::x11 {
+
+struct SystemElement final : AXUIElement {};
+
+struct ApplicationElement final : AXUIElement {
+    explicit ApplicationElement(ProcessId owner) : process(owner) {}
+    ProcessId process;
+};
+
+/// A client window. `moment` names the dispatch in which it was found: while that lasts, the
+/// snapshot is the present.
+struct WindowElement final : AXUIElement {
+    WindowElement(FoundWindow window, std::uint64_t when)
+        : found(std::move(window)), moment(when) {}
+    FoundWindow found;
+    std::uint64_t moment;
+};
+
+/// A window inside of a client or of the frame around one.
+struct PartElement final : AXUIElement {
+    explicit PartElement(xcb_window_t part) : window(part) {}
+    xcb_window_t window;
+};
+
+} // namespace klova::x11

@@ -1,0 +1,236 @@
+#include "platform/x11/Placement.h"
+
+#include "platform/Screens.h"
+#include "platform/x11/WindowManager.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace klova::x11 {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kPace = 16ms;      // a newer position waits this long for an answer to the last
+constexpr auto kPatience = 50ms;  // without any answer by then the truth is asked for
+constexpr auto kSettling = 12ms;  // an answer that differs may be followed by another
+constexpr auto kWatching = 400ms; // decorations that follow a state come late
+constexpr int kCorrections = 4;
+
+std::uint32_t word(int value) { return static_cast<std::uint32_t>(value); }
+
+} // namespace
+
+Placement::Placement(Connection& connection, WindowManager& manager, Screens& screens,
+                     xcb_window_t window)
+    : connection_(connection), manager_(manager), screens_(screens), window_(window) {}
+
+void Placement::writePosition(Point position, const WindowSnapshot& now) {
+    note(now);
+    wanted_.origin = position;
+}
+
+void Placement::writeSize(Size size, const WindowSnapshot& now) {
+    note(now);
+    wanted_.size = size;
+    sizeUnsent_ = true;
+}
+
+void Placement::note(const WindowSnapshot& now) {
+    if (!written())
+        wanted_ = frameOf(now.frame());
+    known_ = now;
+    unsent_ = true;
+}
+
+std::optional<Frame> Placement::written() const {
+    if (unsent_ || outstanding())
+        return wanted_;
+    return std::nullopt;
+}
+
+void Placement::flush(Clock::time_point now) {
+    if (unsent_ && !(outstanding() && now < sent_->at + kPace))
+        send(now);
+}
+
+void Placement::send(Clock::time_point now) {
+    unsent_ = false;
+    const bool leavingFullscreen = outstanding() && sent_->statesTaken;
+    if (known_.fullscreen && !sizeUnsent_ && !leavingFullscreen)
+        return; // a drag leaves a fullscreen window where it is
+    const bool exact = sizeUnsent_ || (outstanding() && sent_->exact);
+    sizeUnsent_ = false;
+    Request next;
+    next.exact = exact;
+    next.statesTaken = leavingFullscreen;
+    next.corrections = kCorrections;
+    sent_ = next;
+    request(boxOf(wanted_), now);
+}
+
+void Placement::request(const Box& frame, Clock::time_point now) {
+    sent_->extents = known_.extents();
+    sent_->client = shrunk(frame, sent_->extents);
+    sent_->at = now;
+    sent_->answered = false;
+    sent_->settled.reset();
+    takeStatesOff();
+    place(frame);
+    connection_.flush();
+}
+
+/// Managers refuse to move a maximized window, in silence.
+void Placement::takeStatesOff() {
+    const auto& atoms = connection_.atoms();
+    if (known_.fullscreen)
+        manager_.removeState(window_, atoms._NET_WM_STATE_FULLSCREEN);
+    if (known_.maximized)
+        manager_.removeState(window_, atoms._NET_WM_STATE_MAXIMIZED_HORZ,
+                             atoms._NET_WM_STATE_MAXIMIZED_VERT);
+    sent_->statesTaken |= known_.fullscreen || known_.maximized;
+}
+
+/// Position and size always go together: there are managers that let a window grow by its title
+/// bar when only moved. North-west gravity is the one that all understand alike.
+void Placement::place(const Box& frame) {
+    const Box& client = sent_->client;
+    const bool managed = manager_.present();
+    Box corner = frame;
+    if (managed && known_.decorationPublished)
+        corner = grown(frame, known_.shadow);
+    else if (managed)
+        corner = client;
+    const int width = std::max(1, client.width);
+    const int height = std::max(1, client.height);
+    if (manager_.movesWindows()) {
+        constexpr std::uint32_t northWest = 1;
+        constexpr std::uint32_t allFour = 0xF00;
+        constexpr std::uint32_t fromPager = 2 << 12;
+        connection_.sendToWindowManager(window_, connection_.atoms()._NET_MOVERESIZE_WINDOW,
+                                        std::array{northWest | allFour | fromPager, word(corner.x),
+                                                   word(corner.y), word(width), word(height)});
+        return;
+    }
+    const std::array values{word(corner.x), word(corner.y), word(width), word(height)};
+    xcb_configure_window(connection_.get(), window_,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values.data());
+}
+
+/// Real notifications of a managed window count from its frame; only those that the manager makes
+/// up are in root coordinates.
+bool Placement::confirms(const xcb_configure_notify_event_t& event) const {
+    const Box& client = sent_->client;
+    const bool inRoot = (event.response_type & 0x80) != 0 || !manager_.present();
+    return inRoot && event.x + event.border_width == client.x &&
+           event.y + event.border_width == client.y && event.width == client.width &&
+           event.height == client.height;
+}
+
+void Placement::onConfigure(const xcb_configure_notify_event_t& event, Clock::time_point now) {
+    if (!sent_)
+        return;
+    if (sent_->answered) {
+        if (event.width != sent_->client.width || event.height != sent_->client.height)
+            sent_->settled = now + kSettling;
+        return;
+    }
+    const bool confirmed = confirms(event);
+    if (unsent_ && (confirmed || !sent_->exact))
+        send(now);
+    else if (confirmed && !sent_->statesTaken)
+        sent_.reset();
+    else
+        sent_->settled = now + kSettling;
+}
+
+void Placement::onDecorationChanged(Clock::time_point now) {
+    if (sent_)
+        sent_->settled = now + kSettling;
+}
+
+std::optional<Placement::Clock::time_point> Placement::deadline() const {
+    if (unsent_)
+        return outstanding() ? sent_->at + kPace : Clock::time_point::min();
+    if (!sent_)
+        return std::nullopt;
+    if (sent_->settled)
+        return sent_->settled;
+    return sent_->at + (sent_->answered ? kWatching : kPatience);
+}
+
+void Placement::onDeadline(Clock::time_point now) {
+    const auto due = deadline();
+    if (!due || now < *due)
+        return;
+    if (unsent_)
+        send(now);
+    else if (sent_->answered && !sent_->settled)
+        sent_.reset();
+    else
+        judge(now);
+}
+
+/// Compares what came out with what was wanted, and asks again where asking can help.
+void Placement::judge(Clock::time_point now) {
+    const auto truth = readSnapshot(connection_, manager_, window_);
+    if (!truth) {
+        sent_.reset();
+        return;
+    }
+    known_ = *truth;
+    if (!sent_->exact && !sent_->statesTaken) {
+        sent_.reset();
+        return;
+    }
+    const Box wanted = boxOf(wanted_);
+    const Box result = truth->frame();
+    const Point corner = anchored(result);
+    const Box goal{static_cast<int>(corner.x), static_cast<int>(corner.y), wanted.width,
+                   wanted.height};
+    const bool placed = result.x == goal.x && result.y == goal.y;
+    const bool assumed = truth->extents() == sent_->extents;
+    if ((placed && assumed && !truth->maximized && !truth->fullscreen) || sent_->corrections == 0) {
+        conclude(now);
+        return;
+    }
+    --sent_->corrections;
+    request(goal, now);
+}
+
+/// The answer stands. Decorations that come back with a state's end are still waited for.
+void Placement::conclude(Clock::time_point now) {
+    if (!sent_->statesTaken || now >= sent_->at + kWatching) {
+        sent_.reset();
+        return;
+    }
+    sent_->answered = true;
+    sent_->settled.reset();
+}
+
+/// Where the window belongs, given the size that it took: a wanted frame that ends at its
+/// monitor's right or bottom edge without beginning at the opposite one keeps that edge.
+Point Placement::anchored(const Box& result) const {
+    const Box wanted = boxOf(wanted_);
+    Point corner{double(wanted.x), double(wanted.y)};
+    if (result.width == wanted.width && result.height == wanted.height)
+        return corner;
+    const auto screens = screens_.screens();
+    for (const auto& screen : screens.value_or(std::vector<Screen>{})) {
+        const Box monitor = boxOf(screen.frame);
+        const bool overlaps = wanted.x < monitor.right() && wanted.right() > monitor.x &&
+                              wanted.y < monitor.bottom() && wanted.bottom() > monitor.y;
+        if (!overlaps)
+            continue;
+        if (wanted.right() == monitor.right() && wanted.x != monitor.x)
+            corner.x = wanted.right() - result.width;
+        if (wanted.bottom() == monitor.bottom() && wanted.y != monitor.y)
+            corner.y = wanted.bottom() - result.height;
+    }
+    return corner;
+}
+
+} // namespace klova::x11

@@ -1,0 +1,96 @@
+#include "platform/x11/TrackedWindow.h"
+
+#include "platform/x11/WindowManager.h"
+
+#include <algorithm>
+
+namespace klova::x11 {
+
+TrackedWindow::TrackedWindow(Connection& connection, WindowManager& manager, Screens& screens,
+                             xcb_window_t window)
+    : placement(connection, manager, screens, window), minimizing(connection, manager, window),
+      connection_(connection), id_(window), process_(processOf(connection, window)) {}
+
+void TrackedWindow::listen() {
+    const bool wanted = placement.busy() || minimizing.wanted().has_value();
+    if (wanted == listening_ || gone_)
+        return;
+    listening_ = wanted;
+    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+                               (wanted ? XCB_EVENT_MASK_PROPERTY_CHANGE : XCB_EVENT_MASK_NO_EVENT);
+    xcb_change_window_attributes(connection_.get(), id_, XCB_CW_EVENT_MASK, &mask);
+}
+
+std::shared_ptr<TrackedWindow> TrackedWindows::track(xcb_window_t window) {
+    auto& entry = windows_[window];
+    if (!entry)
+        entry = std::make_shared<TrackedWindow>(connection_, manager_, screens_, window);
+    return entry;
+}
+
+TrackedWindow* TrackedWindows::find(xcb_window_t window) {
+    const auto found = windows_.find(window);
+    return found == windows_.end() ? nullptr : found->second.get();
+}
+
+void TrackedWindows::handle(const xcb_generic_event_t& event) {
+    switch (event.response_type & 0x7F) {
+    case XCB_DESTROY_NOTIFY: {
+        const auto& notify = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
+        if (auto* window = find(notify.window)) {
+            window->setGone();
+            windows_.erase(notify.window);
+        }
+        break;
+    }
+    case XCB_CONFIGURE_NOTIFY: {
+        const auto& notify = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+        if (auto* window = find(notify.window))
+            window->placement.onConfigure(notify, Clock::now());
+        break;
+    }
+    case XCB_PROPERTY_NOTIFY:
+        onProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+        break;
+    default:
+        break;
+    }
+}
+
+void TrackedWindows::onProperty(const xcb_property_notify_event_t& event) {
+    auto* window = find(event.window);
+    if (window == nullptr)
+        return;
+    const auto& atoms = connection_.atoms();
+    const auto now = Clock::now();
+    if (event.atom == atoms._NET_FRAME_EXTENTS || event.atom == atoms._GTK_FRAME_EXTENTS)
+        window->placement.onDecorationChanged(now);
+    else if (event.atom == atoms.WM_STATE || event.atom == atoms._NET_WM_STATE)
+        window->minimizing.onStateChanged(now);
+}
+
+void TrackedWindows::flush(Clock::time_point now) {
+    for (auto& [id, window] : windows_) {
+        window->listen();
+        window->placement.flush(now);
+    }
+}
+
+std::optional<TrackedWindows::Clock::time_point> TrackedWindows::deadline() const {
+    std::optional<Clock::time_point> first;
+    for (const auto& [id, window] : windows_)
+        for (const auto& due : {window->placement.deadline(), window->minimizing.deadline()})
+            if (due && (!first || *due < *first))
+                first = due;
+    return first;
+}
+
+void TrackedWindows::onDeadline(Clock::time_point now) {
+    for (auto& [id, window] : windows_) {
+        window->placement.onDeadline(now);
+        window->minimizing.onDeadline(now);
+        window->listen();
+    }
+}
+
+} // namespace klova::x11

@@ -1,0 +1,70 @@
+// The windows that were handed out: each one id and generation, and what is under way with it.
+#pragma once
+
+#include "platform/x11/Minimizing.h"
+#include "platform/x11/Placement.h"
+#include "platform/x11/Processes.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <unordered_map>
+
+namespace klova::x11 {
+
+/// One generation of a window. Window ids are used again: once gone it stays gone, and a new
+/// window of the same id is tracked anew.
+class TrackedWindow {
+public:
+    TrackedWindow(Connection& connection, WindowManager& manager, Screens& screens,
+                  xcb_window_t window);
+
+    xcb_window_t id() const { return id_; }
+    ProcessId process() const { return process_; }
+    bool gone() const { return gone_; }
+    void setGone() { gone_ = true; }
+
+    Placement placement;
+    Minimizing minimizing;
+
+    /// Hears of property changes while something is under way, and of nothing else: a window's
+    /// ordinary life must not wake us.
+    void listen();
+
+private:
+    Connection& connection_;
+    xcb_window_t id_;
+    ProcessId process_;
+    bool gone_ = false;
+    bool listening_ = false;
+};
+
+class TrackedWindows {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    TrackedWindows(Connection& connection, WindowManager& manager, Screens& screens)
+        : connection_(connection), manager_(manager), screens_(screens) {}
+
+    /// The window as it is tracked now. To be called for windows that were just seen alive.
+    std::shared_ptr<TrackedWindow> track(xcb_window_t window);
+
+    bool knows(xcb_window_t window) const { return windows_.contains(window); }
+
+    void handle(const xcb_generic_event_t& event);
+    void flush(Clock::time_point now);
+    std::optional<Clock::time_point> deadline() const;
+    void onDeadline(Clock::time_point now);
+
+private:
+    TrackedWindow* find(xcb_window_t window);
+    void onProperty(const xcb_property_notify_event_t& event);
+
+    Connection& connection_;
+    WindowManager& manager_;
+    Screens& screens_;
+    std::unordered_map<xcb_window_t, std::shared_ptr<TrackedWindow>> windows_;
+};
+
+} // namespace klova::x11

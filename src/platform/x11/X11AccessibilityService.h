@@ -1,0 +1,67 @@
+// Other programs' windows on X11.
+#pragma once
+
+#include "platform/AccessibilityService.h"
+#include "platform/x11/Clients.h"
+#include "platform/x11/Elements.h"
+
+#include <chrono>
+#include <optional>
+
+namespace klova::x11 {
+
+class X11Screens;
+
+class X11AccessibilityService final : public AccessibilityService {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    X11AccessibilityService(Connection& connection, X11Screens& screens);
+
+    AXUIElementRef AXUIElementCreateSystemWide() override;
+    AXUIElementRef AXUIElementCreateApplication(ProcessId process) override;
+    AXCopyResult AXUIElementCopyAttributeValue(const AXUIElementRef& element,
+                                               std::string_view attribute) override;
+    void AXUIElementSetAttributeValue(const AXUIElementRef& element, std::string_view attribute,
+                                      const AXAttributeValue& value) override;
+    AXUIElementRef AXUIElementCopyElementAtPosition(const AXUIElementRef& element, float x,
+                                                    float y) override;
+    std::optional<ProcessId> AXUIElementGetPid(const AXUIElementRef& element) override;
+    bool AXIsProcessTrustedWithOptions(bool prompt) override;
+
+    /// To be called with every event of the connection.
+    void handle(const xcb_generic_event_t& event);
+
+    /// Ends a gesture: what was written is sent as one request a window.
+    void flushWrites();
+
+    std::optional<Clock::time_point> deadline() const { return tracked_.deadline(); }
+    void onDeadline(Clock::time_point now);
+
+    /// The time of the input event being dispatched, which requests for the focus carry.
+    void setEventTime(xcb_timestamp_t time) { eventTime_ = time; }
+
+    Clients& clients() { return clients_; }
+    WindowManager& windowManager() { return manager_; }
+
+private:
+    AXCopyResult read(const ApplicationElement& application, std::string_view attribute);
+    AXCopyResult read(const WindowElement& element, std::string_view attribute);
+    AXCopyResult read(const PartElement& part, std::string_view attribute);
+    AXUIElementRef elementOf(FoundWindow found) const;
+    AXUIElementRef elementFor(xcb_window_t window);
+    std::optional<WindowSnapshot> present(const WindowElement& element);
+    bool isActive(const WindowElement& element);
+    bool isMinimized(const WindowElement& element);
+    Frame frameOfWindow(const WindowElement& element);
+    void setMinimized(const WindowElement& element, bool minimized);
+
+    Connection& connection_;
+    WindowManager manager_;
+    TrackedWindows tracked_;
+    Clients clients_;
+    xcb_timestamp_t eventTime_ = XCB_CURRENT_TIME;
+    std::uint64_t moment_ = 0;
+};
+
+} // namespace klova::x11

@@ -1,0 +1,76 @@
+#include "platform/x11/X11Screens.h"
+
+#include "platform/x11/Box.h"
+#include "platform/x11/Properties.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+#include <string_view>
+#include <xcb/randr.h>
+
+namespace klova::x11 {
+namespace {
+
+/// The scale that toolkits take from the `Xft.dpi` resource; 1 where it says nothing usable.
+double scaleOf(std::string_view resources) {
+    constexpr std::string_view name = "Xft.dpi:";
+    auto start = resources.find(name);
+    while (start != std::string_view::npos && start != 0 && resources[start - 1] != '\n')
+        start = resources.find(name, start + 1);
+    if (start == std::string_view::npos)
+        return 1;
+    resources.remove_prefix(start + name.size());
+    resources.remove_prefix(std::min(resources.find_first_not_of(" \t"), resources.size()));
+    double dpi = 0;
+    const auto [end, error] = std::from_chars(resources.begin(), resources.end(), dpi);
+    return error == std::errc{} && dpi > 0 ? dpi / 96 : 1;
+}
+
+/// Null on a server without RandR: asking it nevertheless would close the connection.
+UniqueC<xcb_randr_get_monitors_reply_t> askedMonitors(Connection& connection) {
+    if (connection.randrFirstEvent() == 0)
+        return nullptr;
+    const auto cookie = xcb_randr_get_monitors(connection.get(), connection.root(), 1);
+    return own(xcb_randr_get_monitors_reply(connection.get(), cookie, nullptr));
+}
+
+} // namespace
+
+X11Screens::Inventory X11Screens::read() {
+    auto* connection = connection_.get();
+    const auto resources = askProperty(connection, connection_.root(), XCB_ATOM_RESOURCE_MANAGER);
+    const auto rootCookie = xcb_get_geometry(connection, connection_.root());
+    const auto monitors = askedMonitors(connection_);
+    const double scale = scaleOf(takeText(connection, resources));
+    const auto root = own(xcb_get_geometry_reply(connection, rootCookie, nullptr));
+
+    Inventory inventory;
+    auto iterator = monitors ? xcb_randr_get_monitors_monitors_iterator(monitors.get())
+                             : xcb_randr_monitor_info_iterator_t{};
+    for (; iterator.rem > 0; xcb_randr_monitor_info_next(&iterator)) {
+        const auto& monitor = *iterator.data;
+        if (monitor.width == 0 || monitor.height == 0)
+            continue;
+        if (monitor.primary != 0)
+            inventory.primary = inventory.screens.size();
+        inventory.screens.push_back(
+            {frameOf(Box{monitor.x, monitor.y, monitor.width, monitor.height}), scale});
+    }
+    if (inventory.screens.empty()) {
+        const auto& screen = connection_.screen();
+        const Box whole{0, 0, root ? root->width : screen.width_in_pixels,
+                        root ? root->height : screen.height_in_pixels};
+        inventory.screens.push_back({frameOf(whole), scale});
+    }
+    return inventory;
+}
+
+std::optional<std::vector<Screen>> X11Screens::screens() { return read().screens; }
+
+std::optional<Screen> X11Screens::mainScreen() {
+    const auto inventory = read();
+    return inventory.screens[inventory.primary];
+}
+
+} // namespace klova::x11
