@@ -1,0 +1,57 @@
+#include "desktop/Grabs.h"
+
+#include <xcb/xinput.h>
+
+namespace klova::rig {
+namespace {
+
+constexpr std::uint16_t kMasterKeyboard = XCB_INPUT_DEVICE_ALL_MASTER;
+
+} // namespace
+
+bool keyboardGrabbed(Display& display) {
+    const auto reply = owned(xcb_grab_keyboard_reply(
+        display.get(),
+        xcb_grab_keyboard(display.get(), 0, display.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                          XCB_GRAB_MODE_ASYNC),
+        nullptr));
+    const bool ours = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    if (ours)
+        xcb_ungrab_keyboard(display.get(), XCB_CURRENT_TIME);
+    display.roundTrip();
+    return !ours;
+}
+
+bool pointerGrabbed(Display& display) {
+    const auto reply = owned(xcb_grab_pointer_reply(
+        display.get(),
+        xcb_grab_pointer(display.get(), 0, display.root(), 0, XCB_GRAB_MODE_ASYNC,
+                         XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+        nullptr));
+    const bool ours = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    if (ours)
+        xcb_ungrab_pointer(display.get(), XCB_CURRENT_TIME);
+    display.roundTrip();
+    return !ours;
+}
+
+bool keyReserved(Display& display, xcb_keycode_t code, std::uint32_t modifiers) {
+    owned(xcb_input_xi_query_version_reply(
+        display.get(), xcb_input_xi_query_version(display.get(), 2, 2), nullptr));
+    const std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
+    const auto reply = owned(xcb_input_xi_passive_grab_device_reply(
+        display.get(),
+        xcb_input_xi_passive_grab_device(display.get(), XCB_CURRENT_TIME, display.root(), XCB_NONE,
+                                         code, kMasterKeyboard, 1, 1, XCB_INPUT_GRAB_TYPE_KEYCODE,
+                                         XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
+                                         XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, &modifiers),
+        nullptr));
+    const bool ours = reply && reply->num_modifiers == 0;
+    if (ours)
+        xcb_input_xi_passive_ungrab_device(display.get(), display.root(), code, kMasterKeyboard, 1,
+                                           XCB_INPUT_GRAB_TYPE_KEYCODE, &modifiers);
+    display.roundTrip();
+    return !ours;
+}
+
+} // namespace klova::rig

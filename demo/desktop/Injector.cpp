@@ -1,0 +1,60 @@
+#include "desktop/Injector.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <thread>
+#include <xcb/xtest.h>
+
+namespace klova::rig {
+
+Injector::Injector(const std::string& display) : display_(display) {
+    const auto version = owned(xcb_test_get_version_reply(
+        display_.get(), xcb_test_get_version(display_.get(), 2, 2), nullptr));
+    if (!version)
+        throw std::runtime_error("the X server has no XTEST");
+}
+
+xcb_keycode_t Injector::keyCode(xcb_keysym_t symbol) {
+    const auto* setup = xcb_get_setup(display_.get());
+    const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+    const auto reply = owned(xcb_get_keyboard_mapping_reply(
+        display_.get(), xcb_get_keyboard_mapping(display_.get(), setup->min_keycode, count),
+        nullptr));
+    const auto* symbols = reply ? xcb_get_keyboard_mapping_keysyms(reply.get()) : nullptr;
+    for (std::uint8_t i = 0; symbols != nullptr && i < count; ++i)
+        if (symbols[std::size_t{i} * reply->keysyms_per_keycode] == symbol)
+            return static_cast<xcb_keycode_t>(setup->min_keycode + i);
+    throw std::runtime_error("no key has the keysym " + std::to_string(symbol));
+}
+
+void Injector::tap(xcb_keysym_t symbol) {
+    const auto code = keyCode(symbol);
+    pressCode(code);
+    releaseCode(code);
+}
+
+void Injector::click(std::uint8_t button) {
+    pressButton(button);
+    releaseButton(button);
+}
+
+void Injector::movePointer(int x, int y) { send(XCB_MOTION_NOTIFY, 0, x, y); }
+
+void Injector::send(std::uint8_t type, std::uint8_t detail, int x, int y) {
+    awaitTurn();
+    xcb_test_fake_input(display_.get(), type, detail, XCB_CURRENT_TIME, display_.root(),
+                        static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 0);
+    xcb_flush(display_.get());
+}
+
+void Injector::awaitTurn() {
+    if (spacing_.count() == 0)
+        return;
+    // The kernel's timer is late by more than the shortest spacing: the rest is spent awake.
+    std::this_thread::sleep_until(next_ - std::chrono::microseconds(200));
+    while (Clock::now() < next_) {
+    }
+    next_ = std::max(next_, Clock::now()) + spacing_;
+}
+
+} // namespace klova::rig

@@ -1,0 +1,51 @@
+// Key presses, clicks and pointer motion as if a person made them (XTEST).
+#pragma once
+
+#include "desktop/Display.h"
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+namespace klova::rig {
+
+/// Keys are named by keysym (XKB_KEY_Left), buttons by number. Every event is on its way to the
+/// server when the call returns.
+class Injector {
+public:
+    explicit Injector(const std::string& display);
+
+    /// Throws std::runtime_error where no key of the keyboard has this keysym on its first level.
+    xcb_keycode_t keyCode(xcb_keysym_t symbol);
+
+    void press(xcb_keysym_t symbol) { pressCode(keyCode(symbol)); }
+    void release(xcb_keysym_t symbol) { releaseCode(keyCode(symbol)); }
+    void tap(xcb_keysym_t symbol);
+    void pressCode(xcb_keycode_t code) { send(XCB_KEY_PRESS, code, 0, 0); }
+    void releaseCode(xcb_keycode_t code) { send(XCB_KEY_RELEASE, code, 0, 0); }
+
+    void pressButton(std::uint8_t button) { send(XCB_BUTTON_PRESS, button, 0, 0); }
+    void releaseButton(std::uint8_t button) { send(XCB_BUTTON_RELEASE, button, 0, 0); }
+    void click(std::uint8_t button);
+
+    /// Puts the pointer at a place in root pixels, y growing downward.
+    void movePointer(int x, int y);
+
+    /// The time that passes between two events; zero at first.
+    void setSpacing(std::chrono::microseconds spacing) { spacing_ = spacing; }
+
+    /// Returns once the server has dealt with every event sent so far.
+    void roundTrip() { display_.roundTrip(); }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    void send(std::uint8_t type, std::uint8_t detail, int x, int y);
+    void awaitTurn();
+
+    Display display_;
+    std::chrono::microseconds spacing_{0};
+    Clock::time_point next_{};
+};
+
+} // namespace klova::rig

@@ -1,0 +1,18 @@
+// Several monitors on one X screen.
+#pragma once
+
+#include "desktop/Display.h"
+#include "desktop/Rect.h"
+
+#include <vector>
+
+namespace klova::rig {
+
+/// Declares these rectangles the monitors of the screen, instead of the one there was (RandR
+/// 1.5). The first is the primary one.
+void setMonitors(Display& display, const std::vector<Rect>& monitors);
+
+/// Two side by side, of different widths and heights, both with their top at y = 0.
+std::vector<Rect> splitMonitors(Display& display);
+
+} // namespace klova::rig

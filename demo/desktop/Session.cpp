@@ -1,0 +1,66 @@
+#include "desktop/Session.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace klova::rig {
+namespace {
+
+Environment inherited() {
+    Environment environment;
+    for (const char* name : {"PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"})
+        if (const char* value = std::getenv(name))
+            environment[name] = value;
+    return environment;
+}
+
+Environment environmentFor(const std::filesystem::path& directory, const std::string& display) {
+    auto environment = inherited();
+    const auto home = directory / "home";
+    const auto runtime = directory / "run";
+    std::filesystem::create_directories(home / ".config");
+    std::filesystem::create_directory(runtime);
+    std::filesystem::permissions(runtime, std::filesystem::perms::owner_all);
+    environment.insert({{"DISPLAY", display},
+                        {"HOME", home},
+                        {"XDG_CONFIG_HOME", home / ".config"},
+                        {"XDG_CACHE_HOME", home / ".cache"},
+                        {"XDG_DATA_HOME", home / ".local/share"},
+                        {"XDG_RUNTIME_DIR", runtime},
+                        {"DBUS_SESSION_BUS_ADDRESS", "unix:path=" + (runtime / "bus").string()},
+                        {"GSETTINGS_BACKEND", "memory"},
+                        {"LANG", "C.UTF-8"},
+                        {"NO_AT_BRIDGE", "1"},
+                        {"LIBGL_ALWAYS_SOFTWARE", "1"}});
+    return environment;
+}
+
+} // namespace
+
+Session::Session(const std::string& display)
+    : environment_(environmentFor(directory_.path(), display)), bus_(startBus()) {}
+
+void Session::setVariable(const std::string& name, const std::string& value) {
+    environment_[name] = value;
+}
+
+Process Session::launch(const std::vector<std::string>& command) {
+    const auto name = std::filesystem::path(command.front()).filename().string();
+    const auto output = directory() / (name + "-" + std::to_string(++launched_) + ".log");
+    return {command, {.environment = environment_, .output = output}};
+}
+
+Process Session::startBus() {
+    const auto& address = environment_.at("DBUS_SESSION_BUS_ADDRESS");
+    auto bus = launch({"dbus-daemon", "--session", "--nofork", "--address=" + address});
+    const auto socket = directory() / "run" / "bus";
+    for (int attempt = 0; attempt < 1000 && !std::filesystem::exists(socket); ++attempt)
+        if (bus.waitExit(std::chrono::milliseconds(5)))
+            throw std::runtime_error("no message bus: " + bus.output());
+    if (!std::filesystem::exists(socket))
+        throw std::runtime_error("the message bus does not start");
+    return bus;
+}
+
+} // namespace klova::rig

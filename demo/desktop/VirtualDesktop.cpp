@@ -1,0 +1,15 @@
+#include "desktop/VirtualDesktop.h"
+
+#include "desktop/Monitors.h"
+
+namespace klova::rig {
+
+VirtualDesktop::VirtualDesktop(const DesktopOptions& options)
+    : server_(options.screen, options.server), display_(server_.display()),
+      monitors_(options.twoMonitors ? splitMonitors(display_) : std::vector{server_.screen()}),
+      session_(server_.display()) {
+    if (!options.windowManager.empty())
+        manager_.emplace(session_, display_, options.windowManager);
+}
+
+} // namespace klova::rig

@@ -1,0 +1,47 @@
+// A whole desktop of one's own: X server, session and window manager.
+#pragma once
+
+#include "desktop/Display.h"
+#include "desktop/Session.h"
+#include "desktop/WindowManager.h"
+#include "desktop/XServer.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace klova::rig {
+
+struct DesktopOptions {
+    /// Empty for a desktop without one.
+    std::string windowManager = "openbox";
+    ScreenSize screen;
+    ServerKind server = ServerKind::offScreen;
+    /// Splits the screen in two before the window manager starts (see splitMonitors).
+    bool twoMonitors = false;
+};
+
+class VirtualDesktop {
+public:
+    explicit VirtualDesktop(const DesktopOptions& options = {});
+
+    XServer& server() { return server_; }
+    Display& display() { return display_; }
+    Session& session() { return session_; }
+    /// To be asked only where there is one.
+    WindowManager& manager() { return *manager_; }
+
+    /// From left to right, in root pixels.
+    const std::vector<Rect>& monitors() const { return monitors_; }
+
+    Process launch(const std::vector<std::string>& command) { return session_.launch(command); }
+
+private:
+    XServer server_;
+    Display display_;
+    std::vector<Rect> monitors_;
+    Session session_;
+    std::optional<WindowManager> manager_;
+};
+
+} // namespace klova::rig

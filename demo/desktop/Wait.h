@@ -1,0 +1,26 @@
+// Waiting for something to become true, with a deadline and an account of what was seen.
+#pragma once
+
+#include "desktop/Display.h"
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+namespace klova::rig {
+
+inline constexpr std::chrono::milliseconds kDeadline{10000};
+
+/// Asks `predicate` again at each event of the display (dropping those that have arrived), and
+/// every few milliseconds for what no event tells of. Returns whether it came true by the
+/// deadline; where it did not, says on standard error what was awaited and what `describe` sees.
+bool waitUntil(Display& display, const std::string& what, const std::function<bool()>& predicate,
+               const std::function<std::string()>& describe = {},
+               std::chrono::milliseconds deadline = kDeadline);
+
+/// The same for those who cannot go on without: throws std::runtime_error.
+void require(Display& display, const std::string& what, const std::function<bool()>& predicate,
+             const std::function<std::string()>& describe = {},
+             std::chrono::milliseconds deadline = kDeadline);
+
+} // namespace klova::rig

@@ -1,0 +1,107 @@
+#include "desktop/WindowManager.h"
+
+#include "desktop/Files.h"
+#include "desktop/ManagerBarrier.h"
+#include "desktop/Wait.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace klova::rig {
+namespace {
+
+struct SettingsFile {
+    std::string name; // below the home directory
+    std::string text;
+};
+
+struct Recipe {
+    std::string name;
+    std::vector<std::string> command; // "~" stands for the home directory
+    std::vector<SettingsFile> files;
+};
+
+const std::vector<Recipe>& recipes() {
+    static const std::vector<Recipe> table = {
+        {"openbox", {"openbox", "--sm-disable"}, {}},
+        {"xfwm4", {"xfwm4", "--compositor=off"}, {}},
+        {"marco", {"marco", "--sm-disable", "--no-composite"}, {}},
+        {"metacity", {"metacity", "--sm-disable", "--no-composite"}, {}},
+        {"mutter", {"mutter", "--x11", "--sm-disable"}, {}},
+        {"kwin",
+         {"kwin_x11"},
+         {{".config/kwinrc", "[Compositing]\nEnabled=false\n[Windows]\nBorderSnapZone=0\n"}}},
+        {"icewm",
+         {"icewm"},
+         {{".icewm/preferences", "ShowTaskBar=0\nShowSplash=0\nShowProgramsMenu=0\n"},
+          {".icewm/theme", "Theme=\"default/default.theme\"\n"}}},
+        {"fluxbox",
+         {"fluxbox", "-no-slit", "-no-toolbar"},
+         {{".fluxbox/init", "session.configVersion: 13\n"
+                            "session.screen0.toolbar.visible: false\n"},
+          {".fluxbox/overlay", "background: none\n"}}},
+        {"jwm", {"jwm", "-f", "~/.jwmrc"}, {{".jwmrc", "<?xml version=\"1.0\"?>\n<JWM/>\n"}}},
+        {"i3",
+         {"i3", "-c", "~/.config/i3/config"},
+         {{".config/i3/config", "# i3 config file (v4)\n"
+                                "font pango:monospace 9\n"
+                                "for_window [all] floating enable\n"
+                                "floating_maximum_size -1 x -1\n"}}},
+    };
+    return table;
+}
+
+const Recipe& recipeFor(const std::string& name) {
+    const auto& table = recipes();
+    const auto found = std::find_if(table.begin(), table.end(),
+                                    [&](const Recipe& recipe) { return recipe.name == name; });
+    if (found == table.end())
+        throw std::runtime_error("no window manager is called \"" + name + "\"");
+    return *found;
+}
+
+Process start(Session& session, const Recipe& recipe) {
+    for (const auto& file : recipe.files)
+        writeFile(session.home() / file.name, file.text);
+    auto command = recipe.command;
+    for (auto& word : command)
+        if (word.starts_with('~'))
+            word.replace(0, 1, session.home().string());
+    return session.launch(command);
+}
+
+/// The announced window names itself too; without that it may be a leftover of a manager gone.
+bool announced(Display& display) {
+    const std::string property = "_NET_SUPPORTING_WM_CHECK";
+    const auto window = display.values(display.root(), property);
+    return !window.empty() && display.values(window[0], property) == window;
+}
+
+} // namespace
+
+const std::vector<std::string>& windowManagerNames() {
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> result;
+        for (const auto& recipe : recipes())
+            result.push_back(recipe.name);
+        return result;
+    }();
+    return names;
+}
+
+WindowManager::WindowManager(Session& session, Display& display, const std::string& name)
+    : name_(name), process_(start(session, recipeFor(name))) {
+    require(
+        display, "window manager (" + name + ")",
+        [&] {
+            if (process_.running())
+                return announced(display);
+            throw std::runtime_error(name + " ended at its start: " + process_.output());
+        },
+        [&] { return process_.output(); });
+    // It may announce itself well before it listens, and lose what it is asked in between.
+    if (!ManagerBarrier(display.name()).pass())
+        throw std::runtime_error(name + " does not answer: " + process_.output());
+}
+
+} // namespace klova::rig

@@ -1,0 +1,34 @@
+// Real window managers by name, set up so that they ask nothing and add nothing.
+#pragma once
+
+#include "desktop/Display.h"
+#include "desktop/Process.h"
+#include "desktop/Session.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace klova::rig {
+
+/// openbox, xfwm4, marco, metacity, mutter, kwin, icewm, fluxbox, jwm and i3.
+const std::vector<std::string>& windowManagerNames();
+
+class WindowManager {
+public:
+    /// Returns once the manager announces itself on the root window. Throws std::runtime_error
+    /// where the name is unknown or the manager does not come up.
+    WindowManager(Session& session, Display& display, const std::string& name);
+
+    const std::string& name() const { return name_; }
+    pid_t processId() const { return process_.id(); }
+
+    /// i3 knows no minimizing.
+    bool minimizes() const { return name_ != "i3"; }
+
+private:
+    std::string name_;
+    Process process_;
+};
+
+} // namespace klova::rig

@@ -1,0 +1,86 @@
+#include "desktop/XServer.h"
+
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <poll.h>
+#include <stdexcept>
+#include <unistd.h>
+
+namespace klova::rig {
+namespace {
+
+class Pipe {
+public:
+    Pipe() {
+        if (::pipe2(ends_.data(), O_CLOEXEC) != 0)
+            throw std::runtime_error("cannot make a pipe");
+    }
+    ~Pipe() {
+        ::close(ends_[0]);
+        closeWriting();
+    }
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+
+    int writing() const { return ends_[1]; }
+    void closeWriting() {
+        if (ends_[1] >= 0)
+            ::close(ends_[1]);
+        ends_[1] = -1;
+    }
+
+    /// Up to the line's end; empty where it does not come within ten seconds.
+    std::string readLine() const {
+        std::string line;
+        pollfd readable{ends_[0], POLLIN, 0};
+        char letter = 0;
+        while (::poll(&readable, 1, 10000) == 1 && ::read(ends_[0], &letter, 1) == 1) {
+            if (letter == '\n')
+                return line;
+            line += letter;
+        }
+        return {};
+    }
+
+private:
+    std::array<int, 2> ends_{-1, -1};
+};
+
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+std::vector<std::string> commandFor(ScreenSize size, ServerKind kind) {
+    const auto extent = std::to_string(size.width) + "x" + std::to_string(size.height);
+    std::vector<std::string> command =
+        kind == ServerKind::nested
+            ? std::vector<std::string>{"Xephyr", "-screen", extent, "-title", "Klova"}
+            : std::vector<std::string>{"Xvfb", "-screen", "0", extent + "x24"};
+    command.insert(command.end(), {"-displayfd", "1", "-nolisten", "tcp", "-noreset"});
+    return command;
+}
+
+Process start(ScreenSize size, ServerKind kind, std::string& display) {
+    Pipe pipe;
+    Environment environment{{"PATH", variable("PATH")}};
+    if (kind == ServerKind::nested)
+        for (const char* name : {"DISPLAY", "XAUTHORITY", "HOME"})
+            environment[name] = variable(name);
+    Process process(commandFor(size, kind),
+                    {.environment = environment, .output = {}, .standardOutput = pipe.writing()});
+    pipe.closeWriting();
+    const auto number = pipe.readLine();
+    if (number.empty())
+        throw std::runtime_error("the X server does not start");
+    display = ":" + number;
+    return process;
+}
+
+} // namespace
+
+XServer::XServer(ScreenSize size, ServerKind kind)
+    : size_(size), process_(start(size, kind, display_)) {}
+
+} // namespace klova::rig

@@ -1,0 +1,38 @@
+// An X server of one's own: off screen, or nested in a window of the desktop in use.
+#pragma once
+
+#include "desktop/Process.h"
+#include "desktop/Rect.h"
+
+#include <string>
+
+namespace klova::rig {
+
+enum class ServerKind {
+    offScreen, // Xvfb
+    nested,    // Xephyr, in a window on $DISPLAY
+};
+
+/// Size of the one screen in pixels.
+struct ScreenSize {
+    int width = 1440;
+    int height = 900;
+};
+
+class XServer {
+public:
+    /// Returns once the server takes connections, on a display number of its own choice. Throws
+    /// std::runtime_error where it does not come up.
+    explicit XServer(ScreenSize size = {}, ServerKind kind = ServerKind::offScreen);
+
+    /// As in ":99".
+    const std::string& display() const { return display_; }
+    Rect screen() const { return {0, 0, size_.width, size_.height}; }
+
+private:
+    ScreenSize size_;
+    std::string display_;
+    Process process_;
+};
+
+} // namespace klova::rig
