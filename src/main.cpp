@@ -10,6 +10,7 @@
 #include "platform/freedesktop/JsonPreferencesStore.h"
 #include "platform/x11/SingleInstance.h"
 #include "platform/x11/X11Desktop.h"
+#include "platform/x11/XlibErrors.h"
 
 #include <csignal>
 #include <cstdio>
@@ -51,9 +52,14 @@ void occupyStandardDescriptors() {
 
 [[noreturn]] void endWithoutServer() { std::_Exit(end(EX_UNAVAILABLE, "the X server has gone")); }
 
-void endIfServerHungUp(int descriptor) {
-    pollfd connection{.fd = descriptor, .events = POLLRDHUP, .revents = 0};
-    if (::poll(&connection, 1, 0) > 0)
+/// The connection whose loss explains why the process ends, -1 while there is none.
+int watchedConnection = -1;
+
+/// Qt ends the process by itself, with status 1, when its own connection breaks before ours does.
+void endWithoutServerIfItIsGone() {
+    constexpr int patience = 1000; // milliseconds; the server closes one connection after another
+    pollfd connection{.fd = watchedConnection, .events = POLLRDHUP, .revents = 0};
+    if (watchedConnection >= 0 && ::poll(&connection, 1, patience) > 0)
         endWithoutServer();
 }
 
@@ -65,7 +71,10 @@ std::string listed(const std::vector<std::string>& names) {
 }
 
 void runOn(x11::X11Desktop& x11, QuitSignals& quitSignals) {
-    handleQtMessages([descriptor = x11.descriptor()] { endIfServerHungUp(descriptor); });
+    x11::setXlibConnectionLost(endWithoutServer);
+    handleQtMessages();
+    watchedConnection = x11.descriptor();
+    std::atexit(endWithoutServerIfItIsGone);
     QtApplication application;
     DesktopPump pump(x11, endWithoutServer);
     quitSignals.deliverTo([&application] { application.terminate(); });
@@ -81,6 +90,7 @@ void runOn(x11::X11Desktop& x11, QuitSignals& quitSignals) {
                     .application = application};
     AppDelegate delegate(desktop, tray);
     delegate.applicationDidFinishLaunching();
+    watchedConnection = -1;
 }
 
 int connectAndRun(QuitSignals& quitSignals) {
