@@ -1,0 +1,106 @@
+#include "core/SimulatedDesktop.h"
+#include "input/ActivationKeys.h"
+#include "settings/DataStorageManager.h"
+#include "settings/PrivilegeManager.h"
+
+namespace klova::test {
+namespace {
+
+using Keys = std::vector<KeyCode>;
+using Array = std::vector<StoredValue>;
+using std::int64_t;
+
+class SettingsTest : public CoreTest {
+protected:
+    DataStorageManager manager{desktop};
+};
+
+TEST_F(SettingsTest, whatTheFirstRunSavesALaterOneLoads) {
+    EXPECT_TRUE(manager.isFirstTimeAndManage());
+    EXPECT_FALSE(manager.isFirstTimeAndManage());
+    activationKeys = {55, 59};
+    sim.takeLog();
+    manager.saveKeys();
+    manager.saveMaxCenterSettings();
+    manager.saveDeminimizeButton();
+    manager.saveStartupSettings(false);
+    EXPECT_EQ(sim.takeLog(),
+              (Log{"store activationKeys", "load activationKeys", "store maximizingEnabled",
+                   "store centeringEnabled", "store deminimizeButton", "store LoadsOnStartup"}));
+    const std::map<std::string_view, SimulatedDesktop::Stored> expected{
+        {"isNotFirstTime", true},         {"activationKeys", Array{int64_t{55}, int64_t{59}}},
+        {"maximizingEnabled", true},      {"centeringEnabled", true},
+        {"deminimizeButton", int64_t{8}}, {"LoadsOnStartup", false}};
+    EXPECT_EQ(sim.stored, expected);
+
+    activationKeys.clear();
+    deminimizeButton = 0;
+    sim.stored["centeringEnabled"] = false;
+    manager.writeToGlobalActivationKeys();
+    manager.writeToMaxCenterSettings();
+    manager.writeToDeminimizeButton();
+    EXPECT_EQ(activationKeys, (Keys{55, 59}));
+    EXPECT_EQ(deminimizeButton, 8);
+    EXPECT_TRUE(maximizingEnabled);
+    EXPECT_FALSE(centeringEnabled);
+    manager.saveStartupSettings(true);
+    EXPECT_TRUE(manager.isLaunchingOnStartup());
+}
+
+TEST_F(SettingsTest, absentValuesAreZeroButForTheKeys) {
+    manager.writeToMaxCenterSettings();
+    manager.writeToDeminimizeButton();
+    manager.writeToGlobalActivationKeys();
+    EXPECT_FALSE(maximizingEnabled || centeringEnabled || manager.isLaunchingOnStartup());
+    EXPECT_EQ(deminimizeButton, 0);
+    EXPECT_EQ(activationKeys, (Keys{59, 55}));
+}
+
+TEST_F(SettingsTest, storedKeysAreTakenWholeOrNotAtAll) {
+    const Keys fallback{59, 55};
+    const std::pair<SimulatedDesktop::Stored, Keys> rows[] = {
+        {Array{}, {}},
+        {Array{int64_t{63}, int64_t{0}, int64_t{65535}, int64_t{0}}, {63, 0, 65535, 0}},
+        {Array{55.9, 65535.0}, {55, 65535}},
+        {Array{int64_t{55}, std::string("59")}, fallback},
+        {Array{int64_t{70000}, std::string("x")}, fallback},
+        {Array{int64_t{55}, true}, fallback},
+        {Array{std::monostate{}}, fallback},
+        {int64_t{55}, fallback},
+    };
+    for (const auto& [value, keys] : rows) {
+        sim.stored["activationKeys"] = value;
+        manager.writeToGlobalActivationKeys();
+        EXPECT_EQ(activationKeys, keys) << "row " << (&value - &rows[0].first);
+    }
+}
+
+TEST_F(SettingsTest, aNumberThatIsNoKeyCodeStopsTheProcess) {
+    const std::pair<StoredValue, const char*> rows[] = {{int64_t{70000}, "70000"},
+                                                        {int64_t{65536}, "65536"},
+                                                        {int64_t{-1}, "-1"},
+                                                        {1e300, "1e+300"},
+                                                        {65535.5, "65535.5"}};
+    for (const auto& [number, text] : rows) {
+        sim.stored["activationKeys"] = Array{int64_t{55}, number};
+        EXPECT_EQ(fatalMessage([&] { manager.writeToGlobalActivationKeys(); }),
+                  "/home/somebody/preferences.json: activationKeys holds " + std::string(text) +
+                      ", which is no key code");
+    }
+}
+
+TEST_F(SettingsTest, privilegesAreNotedOnlyWhereTheSecondLookFindsThem) {
+    sim.alertAnswer = 0;
+    PrivilegeManager privileges(desktop);
+    EXPECT_TRUE(privileges.acquirePrivileges());
+    EXPECT_FALSE(privileges.hasPrivileges());
+    sim.trusted = {true, false};
+    EXPECT_FALSE(privileges.acquirePrivileges());
+    EXPECT_TRUE(privileges.hasPrivileges());
+    EXPECT_EQ(sim.alertText, "Enable Klova Using Accessibility feature\n"
+                             "Once you have enabled Klova in System Preferences->Security and "
+                             "Privacy -> Privacy, click OK.");
+}
+
+} // namespace
+} // namespace klova::test

@@ -1,0 +1,156 @@
+// A scripted desktop behind every port, which records what Klova does to it in order.
+#pragma once
+
+#include "input/ApplicationDelegate.h"
+#include "platform/Desktop.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace klova::test {
+
+using Log = std::vector<std::string>;
+
+/// What a fatal error throws here instead of ending the process.
+struct FatalStop : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// The message of the fatal error that `action` stops with; "" where it does not.
+std::string fatalMessage(const std::function<void()>& action);
+
+/// Attributes that are not set fail to read.
+struct SimulatedElement : AXUIElement {
+    explicit SimulatedElement(std::string title, std::optional<ProcessId> owner = {})
+        : name(std::move(title)), process(owner) {}
+    std::string name;
+    std::optional<ProcessId> process;
+    mutable std::map<std::string_view, AXCopyResult> attributes;
+};
+using ElementPtr = std::shared_ptr<SimulatedElement>;
+
+class SimulatedDesktop final : public AccessibilityService,
+                               public Workspace,
+                               public Screens,
+                               public EventTapService,
+                               public EventTapPort,
+                               public EventMonitors,
+                               public StatusItem,
+                               public StatusButton,
+                               public PreferencesStore,
+                               public Application,
+                               public ApplicationDelegate {
+public:
+    SimulatedDesktop();
+    ~SimulatedDesktop() override;
+    Desktop desktop() { return {*this, *this, *this, *this, *this, *this, *this, *this}; }
+
+    /// What happened since the last call: reads, writes, diagnostic lines ("> ") and the like.
+    Log takeLog() { return std::exchange(log_, {}); }
+
+    ElementPtr application(ProcessId process); ///< always the same for one process
+    static ElementPtr window(const std::string& name, ProcessId process, const Frame& frame);
+    void focus(const ElementPtr& window); ///< of the application that is then the frontmost
+    void unfocus() { application(frontmost->processIdentifier)->attributes.clear(); }
+    void send(const Event& event); ///< to every monitor that watches the type
+
+    std::optional<RunningApplication> frontmost;
+    std::vector<RunningApplication> running;
+    std::optional<std::vector<Screen>> screenList{{{{{0, 0}, {1440, 900}}, 1}}};
+    std::optional<Screen> main{{{{0, 0}, {1440, 900}}, 1}};
+    std::map<std::pair<float, float>, ElementPtr> elementsAt;
+    Point pointer;
+    std::vector<bool> trusted; ///< the answers, last one first; true when there are no more
+    int alertAnswer = kAlertFirstButton;
+    std::string alertText; ///< of the last alert, message and information
+    bool buttonExists = true;
+    bool buttonHasImage = true;
+    std::size_t monitorsGranted = 100;
+    using Stored = std::variant<bool, std::int64_t, std::vector<StoredValue>>;
+    std::map<std::string_view, Stored> stored;
+
+    AXUIElementRef AXUIElementCreateSystemWide() override { return make("create system-wide"); }
+    AXUIElementRef AXUIElementCreateApplication(ProcessId id) override { return application(id); }
+    AXCopyResult AXUIElementCopyAttributeValue(const AXUIElementRef& element,
+                                               std::string_view attribute) override;
+    void AXUIElementSetAttributeValue(const AXUIElementRef& element, std::string_view attribute,
+                                      const AXAttributeValue& value) override;
+    AXUIElementRef AXUIElementCopyElementAtPosition(const AXUIElementRef& element, float x,
+                                                    float y) override;
+    std::optional<ProcessId> AXUIElementGetPid(const AXUIElementRef& element) override;
+    bool AXIsProcessTrustedWithOptions(bool prompt) override;
+    std::optional<RunningApplication> frontmostApplication() override { return frontmost; }
+    std::vector<RunningApplication> runningApplications() override { return running; }
+    std::optional<std::vector<Screen>> screens() override;
+    std::optional<Screen> mainScreen() override { return main; }
+
+    std::unique_ptr<EventTapPort> CGEventTapCreate(std::uint32_t, std::uint32_t, std::uint32_t,
+                                                   std::uint64_t, TapClient&) override {
+        return nullptr;
+    }
+    void CGEventTapEnable(EventTapPort&, bool on) override { note(on ? "tap on" : "tap off"); }
+    void activationKeysChanged(EventTapPort&) override {}
+    std::optional<MonitorId> addGlobalMonitorForEventsMatchingMask(std::uint64_t mask,
+                                                                   Handler handler) override;
+    void removeMonitor(MonitorId monitor) override;
+    Point mouseLocation() override { return pointer; }
+
+    StatusButton* button() override { return buttonExists ? this : nullptr; }
+    bool hasImage() const override { return buttonHasImage; }
+    void setImage(std::string_view name) override { note("image " + std::string(name)); }
+    void setNeedsDisplay() override { note("redisplay"); }
+
+    void setBool(bool value, std::string_view key) override { keep(key, value); }
+    void setInteger(std::int64_t value, std::string_view key) override { keep(key, value); }
+    void setArray(std::span<const StoredValue> values, std::string_view key) override {
+        keep(key, std::vector(values.begin(), values.end()));
+    }
+    bool boolForKey(std::string_view key) override { return kept<bool>(key).value_or(false); }
+    std::int64_t integerForKey(std::string_view key) override {
+        return kept<std::int64_t>(key).value_or(0);
+    }
+    std::optional<std::vector<StoredValue>> arrayForKey(std::string_view key) override {
+        return kept<std::vector<StoredValue>>(key);
+    }
+    std::string location() const override { return "/home/somebody/preferences.json"; }
+
+    void activateIgnoringOtherApps() override { note("activate"); }
+    int runModalAlert(std::string_view message, std::string_view informative) override;
+    void terminate() override { note("terminate"); }
+    void run() override {}
+    void quitApplication() override { note("quit"); }
+
+private:
+    void note(std::string entry) { log_.push_back(std::move(entry)); }
+    AXUIElementRef make(const std::string& entry);
+    void keep(std::string_view key, Stored value);
+    template <typename Value> std::optional<Value> kept(std::string_view key) {
+        note("load " + std::string(key));
+        const auto found = stored.find(key);
+        const auto* value = found != stored.end() ? std::get_if<Value>(&found->second) : nullptr;
+        return value != nullptr ? std::optional(*value) : std::nullopt;
+    }
+
+    Log log_;
+    std::map<ProcessId, ElementPtr> applications_;
+    std::map<MonitorId, std::pair<std::uint64_t, Handler>> monitors_;
+    std::uint64_t lastMonitor_ = 0;
+};
+
+/// A desktop of its own for each test, with every process-wide variable as at the start.
+class CoreTest : public testing::Test {
+protected:
+    CoreTest();
+    ~CoreTest() override;
+
+    SimulatedDesktop sim;
+    Desktop desktop = sim.desktop();
+    ElementPtr window = SimulatedDesktop::window("w", 7, {{50, 60}, {300, 200}}); ///< focused
+};
+
+} // namespace klova::test
