@@ -2,7 +2,9 @@
 
 #include "app/StatusIcon.h"
 
+#include <QCursor>
 #include <QMetaObject>
+#include <utility>
 
 namespace klova {
 
@@ -13,9 +15,9 @@ TrayIcon::TrayIcon() : deactivated_(statusIcon(false)), activated_(statusIcon(tr
 void TrayIcon::setMenu(QMenu& menu) {
     icon_.setContextMenu(&menu);
     QObject::connect(&icon_, &QSystemTrayIcon::activated, &menu,
-                     [this, &menu](QSystemTrayIcon::ActivationReason reason) {
+                     [&menu](QSystemTrayIcon::ActivationReason reason) {
                          if (reason == QSystemTrayIcon::Trigger)
-                             menu.popup(icon_.geometry().center());
+                             menu.popup(QCursor::pos());
                      });
 }
 
