@@ -4,7 +4,7 @@
 #include "platform/Diagnostics.h"
 #include "platform/FatalError.h"
 
-#include <cstdint>
+#include <cmath>
 #include <utility>
 
 namespace klova {
@@ -14,7 +14,7 @@ double wholeHalf(double length) {
     constexpr double kLimit = 0x1p63;
     if (!(length >= -kLimit && length < kLimit)) // false for a NaN, too
         fatalError("the main screen has no usable size");
-    return static_cast<double>(static_cast<std::int64_t>(length) / 2);
+    return std::trunc(length / 2);
 }
 
 } // namespace

@@ -55,7 +55,7 @@ public:
 private:
     struct Choice {
         Frame screen;
-        double edge; ///< the first screen's left edge plus all widths up to this screen's own
+        double edge = 0; ///< the first screen's left edge plus all widths up to this screen's own
     };
     std::optional<Choice> chooseScreen(const Frame& frame);
 

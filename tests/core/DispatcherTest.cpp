@@ -5,6 +5,8 @@
 #include "input/SnapKeys.h"
 #include "settings/DataStorageManager.h"
 
+#include <sstream>
+
 namespace klova::test {
 namespace {
 
@@ -23,38 +25,16 @@ TEST(SnapKeys, choosePositionsFromAllHeldKeys) {
     const std::map<char, std::int64_t> codes{{'<', 123}, {'>', 124}, {'v', 125},
                                              {'^', 126}, {'a', 0},   {'s', 1},
                                              {'d', 2},   {'w', 13},  {'c', 8}};
-    for (const std::string_view row : {"< Left",
-                                       "a Left",
-                                       "^ Top",
-                                       "w Top",
-                                       "> Right",
-                                       "d Right",
-                                       "v Bottom",
-                                       "s Bottom",
-                                       "^< TopLeft",
-                                       "aw TopLeft",
-                                       ">^ TopRight",
-                                       "wd TopRight",
-                                       "<v BottomLeft",
-                                       "sa BottomLeft",
-                                       "v> BottomRight",
-                                       "ds BottomRight",
-                                       "<< ",
-                                       "<<^ TopLeft",
-                                       "asd BottomLeft",
-                                       "<>^ TopLeft",
-                                       ">v^ TopRight",
-                                       "<>v BottomLeft",
-                                       "<> ",
-                                       "^v ",
-                                       "<w ",
-                                       "<wa TopLeft",
-                                       "c ",
-                                       " "}) {
+    std::istringstream rows("<:Left a:Left ^:Top w:Top >:Right d:Right v:Bottom s:Bottom "
+                            "^<:TopLeft aw:TopLeft >^:TopRight wd:TopRight <v:BottomLeft "
+                            "sa:BottomLeft v>:BottomRight ds:BottomRight <<: <<^:TopLeft <>: "
+                            "asd:BottomLeft <>^:TopLeft >v^:TopRight <>v:BottomLeft ^v: <w: "
+                            "<wa:TopLeft c: :");
+    for (std::string row; rows >> row;) {
         Codes keys;
-        for (const char name : row.substr(0, row.find(' ')))
+        for (const char name : row.substr(0, row.find(':')))
             keys.push_back(codes.at(name));
-        EXPECT_EQ(positionForKeys(keys).value_or(""), row.substr(row.find(' ') + 1)) << row;
+        EXPECT_EQ(positionForKeys(keys).value_or(""), row.substr(row.find(':') + 1)) << row;
     }
 }
 

@@ -53,7 +53,7 @@ TEST_F(ScreenManagerTest, theSumOfWidthsDecidesWhichScreenHoldsAFrame) {
 
 TEST_F(ScreenManagerTest, placesEachPositionOnTheHoldingScreen) {
     const struct {
-        const char* position;
+        std::string_view position;
         Frame alone, right;
     } rows[] = {
         {"Left", {{0, 0}, {720, 900}}, {{1440, 0}, {960, 1080}}},
