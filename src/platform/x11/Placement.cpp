@@ -100,8 +100,8 @@ void Placement::place(const Box& frame) {
     Box corner = frame;
     if (managed && known_.decorationPublished)
         corner = grown(frame, known_.shadow);
-    else if (managed)
-        corner = client;
+    else if (managed) // by what is seen, such a manager takes the client's own corner
+        corner = grown(client, {known_.border, 0, known_.border, 0});
     const int width = std::max(1, client.width);
     const int height = std::max(1, client.height);
     if (manager_.movesWindows()) {

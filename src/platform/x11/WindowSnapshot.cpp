@@ -61,11 +61,13 @@ std::optional<WindowSnapshot> SnapshotRequest::take(WindowManager& manager) {
     WindowSnapshot snapshot;
     const auto geometry = own(xcb_get_geometry_reply(connection, geometry_, nullptr));
     const auto origin = own(xcb_translate_coordinates_reply(connection, origin_, nullptr));
-    if (geometry && origin)
+    if (geometry && origin) {
         snapshot.client = {origin->dst_x, origin->dst_y, geometry->width, geometry->height};
+        snapshot.border = geometry->border_width;
+    }
     // Every answer is taken, also of a window that is gone: none may stay behind.
     takeStates(snapshot);
-    takeDecoration(snapshot, manager, geometry ? geometry->border_width : 0);
+    takeDecoration(snapshot, manager);
     if (!geometry || !origin)
         return std::nullopt;
     return snapshot;
@@ -86,11 +88,11 @@ void SnapshotRequest::takeStates(WindowSnapshot& snapshot) {
                atoms._NET_WM_WINDOW_TYPE_SPLASH, atoms._NET_WM_WINDOW_TYPE_NOTIFICATION});
 }
 
-void SnapshotRequest::takeDecoration(WindowSnapshot& snapshot, WindowManager& manager, int border) {
+void SnapshotRequest::takeDecoration(WindowSnapshot& snapshot, WindowManager& manager) {
     const auto published = takeItems(connection_.get(), decoration_);
     snapshot.shadow = edgesOf(takeItems(connection_.get(), shadow_));
     if (!manager.present()) {
-        snapshot.decoration = {border, border, border, border};
+        snapshot.decoration = {snapshot.border, snapshot.border, snapshot.border, snapshot.border};
     } else if (manager.publishesDecoration()) {
         snapshot.decoration = edgesOf(published);
         snapshot.decorationPublished = true;

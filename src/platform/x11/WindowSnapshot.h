@@ -20,6 +20,7 @@ struct WindowSnapshot {
     Edges decoration; ///< what the manager draws around it
     Edges shadow; ///< what the client draws itself outside of what a person takes for the window
     std::uint32_t wmState = 0; ///< 0: withdrawn, or not managed at all
+    int border = 0;            ///< width of the client window's own border
     bool decorationPublished = false;
     bool maximized = false;
     bool fullscreen = false;
@@ -42,7 +43,7 @@ public:
 
 private:
     void takeStates(WindowSnapshot& snapshot);
-    void takeDecoration(WindowSnapshot& snapshot, WindowManager& manager, int border);
+    void takeDecoration(WindowSnapshot& snapshot, WindowManager& manager);
 
     Connection& connection_;
     xcb_window_t window_;
