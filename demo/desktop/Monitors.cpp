@@ -1,7 +1,9 @@
 #include "desktop/Monitors.h"
 
 #include <stdexcept>
+#include <sys/uio.h>
 #include <xcb/randr.h>
+#include <xcb/xcbext.h>
 
 namespace klova::rig {
 namespace {
@@ -16,29 +18,45 @@ xcb_randr_output_t firstOutput(Display& display) {
 }
 
 struct MonitorRequest {
+    xcb_randr_set_monitor_request_t head;
     xcb_randr_monitor_info_t info;
-    xcb_randr_output_t output;
+    xcb_randr_output_t output; // left out where info.nOutput is 0
 };
+
+/// Sent by hand: the library's own function miscounts the bytes of this request.
+void send(Display& display, MonitorRequest& request) {
+    xcb_protocol_request_t protocol{1, &xcb_randr_id, XCB_RANDR_SET_MONITOR, 1};
+    const auto spare = request.info.nOutput == 0 ? sizeof request.output : 0;
+    // The library puts its own bytes before the first two.
+    iovec parts[3] = {{}, {}, {&request, sizeof request - spare}};
+    xcb_send_request(display.get(), 0, parts + 2, &protocol);
+}
+
+MonitorRequest describe(Display& display, const Rect& area, const std::string& name) {
+    MonitorRequest request{};
+    request.head.window = display.root();
+    request.info.name = display.atom(name);
+    request.info.x = static_cast<std::int16_t>(area.x);
+    request.info.y = static_cast<std::int16_t>(area.y);
+    request.info.width = static_cast<std::uint16_t>(area.width);
+    request.info.height = static_cast<std::uint16_t>(area.height);
+    request.info.width_in_millimeters = static_cast<std::uint32_t>(area.width / 4);
+    request.info.height_in_millimeters = static_cast<std::uint32_t>(area.height / 4);
+    return request;
+}
 
 } // namespace
 
 void setMonitors(Display& display, const std::vector<Rect>& monitors) {
-    // Only a monitor that claims the real output replaces the automatic one.
-    std::uint16_t outputs = 1;
-    for (const auto& monitor : monitors) {
-        MonitorRequest request{};
-        request.info.name = display.atom("RIG" + std::to_string(&monitor - monitors.data()));
-        request.info.primary = outputs == 1 ? 1 : 0;
-        request.info.nOutput = outputs;
-        request.info.x = static_cast<std::int16_t>(monitor.x);
-        request.info.y = static_cast<std::int16_t>(monitor.y);
-        request.info.width = static_cast<std::uint16_t>(monitor.width);
-        request.info.height = static_cast<std::uint16_t>(monitor.height);
-        request.info.width_in_millimeters = static_cast<std::uint32_t>(monitor.width / 4);
-        request.info.height_in_millimeters = static_cast<std::uint32_t>(monitor.height / 4);
-        request.output = outputs == 1 ? firstOutput(display) : 0;
-        xcb_randr_set_monitor(display.get(), display.root(), &request.info);
-        outputs = 0;
+    for (std::size_t i = 0; i < monitors.size(); ++i) {
+        auto request = describe(display, monitors[i], "RIG" + std::to_string(i));
+        if (i == 0) {
+            // Only a monitor that claims the real output replaces the automatic one.
+            request.info.primary = 1;
+            request.info.nOutput = 1;
+            request.output = firstOutput(display);
+        }
+        send(display, request);
     }
     display.roundTrip();
 }

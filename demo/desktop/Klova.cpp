@@ -1,0 +1,72 @@
+#include "desktop/Klova.h"
+
+#include "desktop/Grabs.h"
+#include "desktop/Wait.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace klova::rig {
+namespace {
+
+Process start(VirtualDesktop& desktop, const std::filesystem::path& binary) {
+    const auto settings = desktop.session().config() / "klova" / "preferences.json";
+    if (!std::filesystem::exists(settings))
+        writeFile(settings, R"({"isNotFirstTime": true, "activationKeys": [55, 59],
+ "LoadsOnStartup": false, "maximizingEnabled": true, "centeringEnabled": true,
+ "deminimizeButton": 8})");
+    return desktop.launch({binary.string()});
+}
+
+} // namespace
+
+Klova::Klova(VirtualDesktop& desktop, const std::filesystem::path& binary)
+    : desktop_(desktop), hands_(desktop.server().display()), process_(start(desktop, binary)) {
+    const auto super = hands_.keyCode(XKB_KEY_Super_L);
+    require(
+        desktop.display(), "Klova that holds its keys",
+        [&] {
+            if (!process_.running())
+                throw std::runtime_error("Klova ended at its start: " + process_.output());
+            return keyReserved(desktop.display(), super, XCB_MOD_MASK_CONTROL);
+        },
+        [&] { return process_.output(); });
+}
+
+void Klova::holdActivationKeys() {
+    hands_.press(XKB_KEY_Super_L);
+    hands_.press(XKB_KEY_Control_L);
+}
+
+void Klova::releaseActivationKeys() {
+    hands_.release(XKB_KEY_Control_L);
+    hands_.release(XKB_KEY_Super_L);
+    hands_.roundTrip();
+}
+
+void Klova::snap(const SnapGesture& gesture) {
+    for (const auto key : gesture.keys)
+        hands_.press(key);
+    for (const auto key : gesture.keys)
+        hands_.release(key);
+}
+
+void Klova::doubleClick(int x, int y) {
+    hands_.movePointer(x, y);
+    hands_.click(1);
+    hands_.click(1);
+}
+
+std::string Klova::awaitPlace(xcb_window_t window, Place place, const Rect& screen,
+                              std::chrono::milliseconds deadline) {
+    auto& display = desktop_.display();
+    const auto fault = [&] {
+        return misplacement(place, screen, sizeLimits(display, window),
+                            visibleFrame(display, window));
+    };
+    waitUntil(
+        display, "window in its place", [&] { return fault().empty(); }, fault, deadline);
+    return fault();
+}
+
+} // namespace klova::rig
