@@ -18,6 +18,11 @@ void selectStructure(Connection& connection, xcb_window_t window) {
     xcb_change_window_attributes(connection.get(), window, XCB_CW_EVENT_MASK, &mask);
 }
 
+/// Of `_NET_ACTIVE_WINDOW`, which some managers make two items long.
+xcb_window_t firstOf(const std::vector<std::uint32_t>& items) {
+    return items.empty() ? XCB_NONE : items[0];
+}
+
 } // namespace
 
 std::optional<FoundWindow> Clients::focused() {
@@ -67,9 +72,8 @@ Clients::Sighting Clients::lookAt(xcb_window_t guess) {
             request.emplace(connection_, guess);
         }
     }
-    const auto activeItems = takeItems(connection, active);
     Sighting sighting;
-    sighting.active = activeItems.empty() ? XCB_NONE : activeItems[0];
+    sighting.active = firstOf(takeItems(connection, active));
     sighting.listed = std::ranges::count(takeItems(connection, clients), sighting.active) > 0;
     if (request)
         sighting.snapshot = request->take(manager_);
@@ -129,7 +133,7 @@ std::vector<FoundWindow> Clients::ofProcess(ProcessId process) {
             requests.emplace_back(connection_, client);
         }
     }
-    const auto activeItems = takeItems(connection_.get(), active);
+    const auto activeNow = firstOf(takeItems(connection_.get(), active));
     std::vector<FoundWindow> found;
     for (std::size_t i = 0; i < clients.size(); ++i) {
         const auto snapshot = requests[i].take(manager_);
@@ -137,7 +141,7 @@ std::vector<FoundWindow> Clients::ofProcess(ProcessId process) {
             continue;
         auto window = tracked_.track(clients[i]);
         if (window->process() == process)
-            found.push_back({window, *snapshot, activeItems == std::vector{clients[i]}});
+            found.push_back({window, *snapshot, activeNow == clients[i]});
     }
     return found;
 }
@@ -148,7 +152,7 @@ xcb_window_t Clients::active() {
     const auto items =
         takeItems(connection_.get(), askProperty(connection_.get(), connection_.root(),
                                                  connection_.atoms()._NET_ACTIVE_WINDOW));
-    return items.empty() ? XCB_NONE : items[0];
+    return firstOf(items);
 }
 
 bool Clients::isClient(xcb_window_t window) {

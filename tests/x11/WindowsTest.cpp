@@ -1,0 +1,270 @@
+#include "x11/WindowBridge.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace klova::x11 {
+namespace {
+
+class Windows : public testing::TestWithParam<std::string> {
+protected:
+    WindowBridge bridge{GetParam()};
+};
+
+INSTANTIATE_TEST_SUITE_P(Managers, Windows, testing::Values("openbox", "xfwm4"),
+                         [](const auto& tested) { return tested.param; });
+
+struct Target {
+    const char* name;
+    double x, y, width, height; // in shares of the monitor
+    bool keepsRight, keepsBottom;
+};
+constexpr Target kTargets[] = {
+    {"left", 0, 0, .5, 1, false, false},       {"right", .5, 0, .5, 1, true, false},
+    {"bottom", 0, .5, 1, .5, false, true},     {"top left", 0, 0, .5, .5, false, false},
+    {"top right", .5, 0, .5, .5, true, false}, {"bottom right", .5, .5, .5, .5, true, true},
+    {"whole", 0, 0, 1, 1, false, false},       {"centre", .25, .25, .5, .5, false, false},
+};
+
+Frame frameOn(const rig::Rect& monitor, const Target& target) {
+    return {{monitor.x + target.x * monitor.width, monitor.y + target.y * monitor.height},
+            {target.width * monitor.width, target.height * monitor.height}};
+}
+
+/// The corner that a window of size `got` takes for a frame it cannot fill exactly.
+rig::Rect anchored(const Target& target, rig::Rect wanted, const rig::Rect& got) {
+    if (target.keepsRight)
+        wanted.x = wanted.right() - got.width;
+    if (target.keepsBottom)
+        wanted.y = wanted.bottom() - got.height;
+    return {wanted.x, wanted.y, got.width, got.height};
+}
+
+TEST_P(Windows, TakeTheExactFrameOrKeepItsEdges) {
+    struct Kind {
+        const char* name;
+        rig::TestWindowOptions options;
+        int slack; // how far its size may be from the wanted one
+    };
+    rig::TestWindowOptions stepped, shadowed, large;
+    stepped.stepX = 7, stepped.stepY = 13;
+    shadowed.shadow = rig::Extents{26, 26, 23, 29};
+    large.minWidth = 800, large.minHeight = 500;
+    const Kind kinds[] = {{"plain", {}, 0},
+                          {"stepped", stepped, 12},
+                          {"shadowed", shadowed, 0},
+                          {"large", large, 90}};
+    const auto& monitor = bridge.desktop.monitors().front();
+    for (const auto& kind : kinds) {
+        rig::TestWindow window(bridge.name(), kind.options);
+        for (const auto& target : kTargets) {
+            SCOPED_TRACE(std::string(kind.name) + ", " + target.name);
+            const Frame wanted = frameOn(monitor, target);
+            const auto element = bridge.focus(window.id());
+            ASSERT_TRUE(element);
+            bridge.snap(element, wanted);
+            EXPECT_EQ(bridge.frame(bridge.focused()), wanted) << "before the manager's answer";
+            ASSERT_TRUE(bridge.settle());
+            const auto got = bridge.visible(window.id());
+            const auto rect = rectOf(wanted);
+            EXPECT_EQ(got, anchored(target, rect, got));
+            EXPECT_LE(std::abs(got.width - rect.width), kind.slack);
+            EXPECT_LE(std::abs(got.height - rect.height), kind.slack);
+            EXPECT_EQ(rectOf(*bridge.frame(bridge.focused())), got) << "after the answer";
+        }
+        window.destroy();
+    }
+}
+
+TEST_P(Windows, LeaveMaximizedAndFullscreenForASnap) {
+    rig::TestWindow window(bridge.name());
+    const Frame half{{720, 0}, {720, 900}};
+    for (const bool fullscreen : {false, true}) {
+        ASSERT_TRUE(fullscreen ? bridge.setFullscreen(window.id())
+                               : rig::maximize(bridge.display(), window.id()));
+        bridge.snap(bridge.focus(window.id()), half);
+        ASSERT_TRUE(bridge.settle());
+        EXPECT_EQ(bridge.visible(window.id()), rectOf(half)) << "fullscreen: " << fullscreen;
+        EXPECT_FALSE(rig::isMaximized(bridge.display(), window.id()));
+        EXPECT_FALSE(bridge.isFullscreen(window.id()));
+    }
+}
+
+TEST_P(Windows, DraggedKeepTheirSizeAndFullscreenOnesTheirPlace) {
+    rig::TestWindow window(bridge.name());
+    ASSERT_TRUE(rig::maximize(bridge.display(), window.id()) && bridge.settle());
+    const auto before = bridge.visible(window.id());
+    bridge.write(bridge.focus(window.id()), ax::position, Point{10, 20});
+    ASSERT_TRUE(bridge.settle());
+    EXPECT_EQ(bridge.visible(window.id()), (rig::Rect{10, 20, before.width, before.height}));
+
+    ASSERT_TRUE(bridge.setFullscreen(window.id()));
+    const auto element = bridge.focus(window.id());
+    bridge.write(element, ax::position, Point{50, 50});
+    ASSERT_TRUE(bridge.settle());
+    EXPECT_TRUE(bridge.isFullscreen(window.id()));
+    EXPECT_EQ(bridge.frame(bridge.focused())->origin, Point{}) << "a refused write stays written";
+}
+
+/// Each step reads, adds and writes, much faster than any manager answers.
+TEST_P(Windows, FollowAThousandStepsExactly) {
+    rig::TestWindow window(bridge.name());
+    bridge.snap(bridge.focus(window.id()), {{100, 100}, {400, 300}});
+    ASSERT_TRUE(bridge.settle());
+    for (int step = 0; step < 1000; ++step) {
+        const auto element = bridge.focused();
+        ASSERT_TRUE(element) << "step " << step;
+        const auto origin = bridge.frame(element)->origin;
+        bridge.write(element, ax::position, Point{origin.x + step % 2, origin.y + (step % 5 == 0)});
+        bridge.pump();
+    }
+    ASSERT_TRUE(bridge.settle());
+    EXPECT_EQ(bridge.visible(window.id()), (rig::Rect{600, 300, 400, 300}));
+}
+
+TEST_P(Windows, AreWholeOrNoneWhenTheyVanish) {
+    auto window = std::make_unique<rig::TestWindow>(bridge.name());
+    const auto element = bridge.focus(window->id());
+    const auto before = bridge.visible(window->id());
+    const auto id = window->id();
+    window->destroy();
+    EXPECT_EQ(rectOf(bridge.frame(element).value()), before);
+    bridge.write(element, ax::position, Point{1, 1});
+    ASSERT_TRUE(bridge.until("the window's end",
+                             [&] { return !bridge.service.AXUIElementGetPid(element); }));
+    EXPECT_EQ(bridge.focused(), nullptr);
+
+    // Closing the connection frees its range of ids: the next one gets the same.
+    window.reset();
+    rig::TestWindow successor(bridge.name());
+    ASSERT_EQ(successor.id(), id);
+    EXPECT_FALSE(bridge.read<bool>(element, ax::minimized));
+    bridge.write(element, ax::size, Size{700, 700});
+    ASSERT_TRUE(bridge.settle());
+    EXPECT_NE(bridge.visible(successor.id()).width, 700);
+}
+
+TEST_P(Windows, MinimizeAndComeBackFocusedTheNewestWishLast) {
+    rig::TestWindow other(bridge.name());
+    rig::TestWindow window(bridge.name());
+    const auto element = bridge.focus(window.id());
+    const auto isMinimized = [&] { return rig::isMinimized(bridge.display(), window.id()); };
+    bridge.write(element, ax::minimized, true);
+    EXPECT_EQ(bridge.read<bool>(element, ax::minimized), true);
+    bridge.write(element, ax::frontmost, false);
+    bridge.write(element, ax::main, false);
+    ASSERT_TRUE(bridge.until("minimized window", isMinimized) && bridge.settle());
+
+    bridge.write(element, ax::minimized, false);
+    EXPECT_EQ(bridge.read<bool>(element, ax::main), false);
+    bridge.write(element, ax::main, true);
+    EXPECT_TRUE(bridge.until("window back in focus", [&] {
+        return !isMinimized() && rig::activeWindow(bridge.display()) == window.id();
+    }));
+    for (const bool last : {true, false}) {
+        bridge.write(element, ax::minimized, !last);
+        bridge.write(element, ax::minimized, last);
+        ASSERT_TRUE(bridge.settle());
+        EXPECT_EQ(isMinimized(), last);
+    }
+}
+
+TEST_P(Windows, WithdrawnAreNotBroughtBack) {
+    rig::TestWindow window(bridge.name());
+    const auto element = bridge.focus(window.id());
+    bridge.write(element, ax::minimized, true);
+    ASSERT_TRUE(bridge.settle());
+    window.unmap();
+    // An iconic window is withdrawn by the synthetic notification alone.
+    xcb_unmap_notify_event_t withdrawal{};
+    withdrawal.response_type = XCB_UNMAP_NOTIFY;
+    withdrawal.event = bridge.display().root();
+    withdrawal.window = window.id();
+    xcb_send_event(bridge.display().get(), 0, bridge.display().root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&withdrawal));
+    ASSERT_TRUE(bridge.until("withdrawn window",
+                             [&] { return rig::managedWindows(bridge.display()).empty(); }));
+    bridge.write(element, ax::minimized, false);
+    ASSERT_TRUE(bridge.settle());
+    EXPECT_TRUE(rig::managedWindows(bridge.display()).empty());
+}
+
+TEST_P(Windows, BelongToTheProcessThatMadeThem) {
+    ASSERT_EQ(bridge.workspace.frontmostApplication()->processIdentifier, kDesktopProcess);
+    EXPECT_EQ(bridge.focused(), nullptr);
+    rig::TestWindowOptions lying;
+    lying.process = 1;
+    lying.windowClass = "Liar";
+    rig::TestWindow window(bridge.name(), lying);
+    const auto element = bridge.focus(window.id());
+    EXPECT_EQ(bridge.service.AXUIElementGetPid(element), ::getpid());
+    const auto applications = bridge.workspace.runningApplications();
+    ASSERT_EQ(applications.size(), 1U);
+    EXPECT_EQ(applications[0].processIdentifier, ::getpid());
+    EXPECT_EQ(applications[0].bundleIdentifier, "Liar");
+    const auto windows = bridge.read<std::vector<AXUIElementRef>>(
+        bridge.service.AXUIElementCreateApplication(::getpid()), ax::windows);
+    ASSERT_EQ(windows.value().size(), 1U);
+    EXPECT_EQ(bridge.read<bool>(windows->front(), ax::focusedWindow), true);
+
+    bridge.display().setValues(window.id(), "_NET_WM_WINDOW_TYPE", "ATOM",
+                               {bridge.display().atom("_NET_WM_WINDOW_TYPE_DESKTOP")});
+    bridge.display().roundTrip();
+    EXPECT_EQ(bridge.focused(), nullptr) << "the desktop's own window";
+}
+
+TEST_P(Windows, AreFoundFromAnyPartOfTheirFrame) {
+    rig::TestWindow window(bridge.name());
+    const auto frame = bridge.visible(window.id());
+    const auto area = rig::clientArea(bridge.display(), window.id());
+    for (const float y : {float(frame.y + 4), float(area.y + 50)}) {
+        auto element = bridge.service.AXUIElementCopyElementAtPosition(
+            bridge.service.AXUIElementCreateSystemWide(), float(area.x + 50), y);
+        while (element && bridge.read<std::string>(element, ax::role) != ax::windowRole)
+            element = bridge.read<AXUIElementRef>(element, ax::parent).value_or(nullptr);
+        ASSERT_TRUE(element) << "at y " << y;
+        EXPECT_EQ(rectOf(*bridge.frame(element)), frame);
+    }
+}
+
+TEST(WindowsWithoutManager, MoveAllTheSame) {
+    WindowBridge bridge("");
+    rig::TestWindow window(bridge.name());
+    xcb_set_input_focus(bridge.display().get(), XCB_INPUT_FOCUS_PARENT, window.id(),
+                        XCB_CURRENT_TIME);
+    bridge.display().roundTrip();
+    bridge.snap(bridge.focused(), {{30, 40}, {500, 600}});
+    ASSERT_TRUE(bridge.until("end of all writes", [&] { return !bridge.service.deadline(); }));
+    EXPECT_EQ(bridge.visible(window.id()), (rig::Rect{30, 40, 500, 600}));
+    EXPECT_TRUE(bridge.service.AXIsProcessTrustedWithOptions(false));
+}
+
+TEST(Monitors, AreReadAnewWithTheirScale) {
+    WindowBridge bridge("openbox", true);
+    const auto& monitors = bridge.desktop.monitors();
+    const auto screens = bridge.screens.screens().value();
+    ASSERT_EQ(screens.size(), monitors.size());
+    for (std::size_t i = 0; i < screens.size(); ++i)
+        EXPECT_EQ(rectOf(screens[i].frame), monitors[i]);
+    EXPECT_EQ(screens[0].backingScaleFactor, 1);
+    bridge.display().setText(bridge.display().root(), "RESOURCE_MANAGER", "STRING",
+                             "*Xft.dpi:\t96\nXft.dpi:\t144\n");
+    bridge.display().roundTrip();
+    EXPECT_EQ(bridge.screens.mainScreen().value().backingScaleFactor, 1.5);
+
+    // A window of fixed steps keeps the inner monitor's edges, not those of the whole screen.
+    rig::TestWindowOptions stepped;
+    stepped.stepX = 50, stepped.stepY = 50;
+    rig::TestWindow window(bridge.name(), stepped);
+    for (const auto& monitor : monitors) {
+        const auto& target = kTargets[5];
+        bridge.snap(bridge.focus(window.id()), frameOn(monitor, target));
+        ASSERT_TRUE(bridge.settle());
+        const auto got = bridge.visible(window.id());
+        EXPECT_EQ(got, anchored(target, rectOf(frameOn(monitor, target)), got));
+    }
+}
+
+} // namespace
+} // namespace klova::x11
