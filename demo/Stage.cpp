@@ -1,0 +1,89 @@
+#include "Stage.h"
+
+#include "Canvas.h"
+#include "desktop/Files.h"
+#include "desktop/Wait.h"
+#include "desktop/Windows.h"
+
+#include <stdexcept>
+
+namespace klova::demo {
+namespace {
+
+// Reserves no room and stays small: it must not matter to where windows go.
+constexpr auto kTraySettings = R"(panel_items = S
+panel_monitor = primary
+panel_position = bottom right horizontal
+panel_size = 56 54
+panel_margin = 8 8
+panel_layer = top
+panel_dock = 0
+panel_shrink = 0
+strut_policy = none
+wm_menu = 0
+rounded = 4
+border_width = 0
+background_color = #1d2433 100
+panel_background_id = 1
+systray_padding = 12 10 4
+systray_icon_size = 32
+)";
+
+constexpr auto kLetter = R"(Dear reader,
+
+this window decorates itself: title bar and
+buttons are drawn by the program, not by the
+window manager.
+
+Klova moves it all the same.
+)";
+
+constexpr auto kTerminalShow =
+    "printf '\\033[1mA terminal\\033[0m grows by whole\\ncharacters only.\\n\\n"
+    "Klova keeps it at the edges\\nthat a gesture names.\\n\\n$ '; exec cat";
+
+} // namespace
+
+Stage::Stage(const rig::DesktopOptions& options) : desktop_(options), tray_(startTray()) {
+    paintBackground(display());
+    const auto letter = desktop_.session().home() / "Letter.txt";
+    rig::writeFile(letter, kLetter);
+    start("Terminal",
+          {"xterm", "-fa", "DejaVu Sans Mono", "-fs", "11", "-bg", "#1d2433", "-fg", "#dfe6f0",
+           "-geometry", "60x18", "-T", "Terminal", "-e", "sh", "-c", kTerminalShow},
+          {70, 60, 560, 400});
+    start("Editor", {"env", "GTK_CSD=1", "mousepad", "--disable-server", letter},
+          {420, 250, 640, 420});
+    start("Clock",
+          {"xclock", "-analog", "-update", "60", "-bg", "#f4f1ea", "-hd", "#b5402a", "-hl",
+           "#1d2433", "-title", "Clock", "-xrm", "xclock.input: True"},
+          {980, 110, 330, 340});
+}
+
+rig::Process Stage::startTray() {
+    const auto settings = desktop_.session().config() / "tint2" / "demo.tint2rc";
+    rig::writeFile(settings, kTraySettings);
+    auto tray = desktop_.launch({"tint2", "-c", settings});
+    auto& display = desktop_.display();
+    const auto selection = display.atom("_NET_SYSTEM_TRAY_S0");
+    rig::require(display, "tray", [&] {
+        const auto owner = rig::owned(xcb_get_selection_owner_reply(
+            display.get(), xcb_get_selection_owner(display.get(), selection), nullptr));
+        return owner && owner->owner != XCB_NONE;
+    });
+    return tray;
+}
+
+void Stage::start(const std::string& name, const std::vector<std::string>& command,
+                  const rig::Rect& place) {
+    Program program{name, desktop_.launch(command)};
+    program.window = rig::awaitWindow(display(), program.process.id());
+    const auto limits = rig::sizeLimits(display(), program.window);
+    const int slack = std::max(limits.stepX, limits.stepY) - 1;
+    if (!rig::activate(display(), program.window) ||
+        !rig::place(display(), program.window, place, slack))
+        throw std::runtime_error(name + " cannot be put in its first place");
+    programs_.push_back(std::move(program));
+}
+
+} // namespace klova::demo

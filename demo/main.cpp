@@ -1,0 +1,68 @@
+// klova-demo: starts a desktop of its own and plays every gesture on it.
+#include "Album.h"
+#include "Show.h"
+#include "Stage.h"
+#include "desktop/Files.h"
+
+#include <QGuiApplication>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <string>
+
+namespace {
+
+using namespace klova;
+
+bool hasDisplay() {
+    const char* display = std::getenv("DISPLAY");
+    return display != nullptr && *display != '\0';
+}
+
+int usage() {
+    std::string names;
+    for (const auto& name : rig::windowManagerNames())
+        names += " " + name;
+    std::fprintf(stderr, "usage: klova-demo [window manager]\nwindow managers:%s\n", names.c_str());
+    return 2;
+}
+
+int run(const std::string& manager, const std::filesystem::path& build) {
+    const bool watched = hasDisplay();
+    demo::Album album(build.parent_path() / "demo");
+    demo::Stage stage({.windowManager = manager,
+                       .screen = {1440, 900},
+                       .server = watched ? rig::ServerKind::nested : rig::ServerKind::offScreen,
+                       .twoMonitors = false});
+    demo::Show show(stage, album, build / "klova", std::chrono::milliseconds(watched ? 700 : 0));
+    const int faults = show.play();
+    const auto animation = album.animate();
+    std::printf("%zu pictures and %s\n", album.size(), animation.c_str());
+    if (faults != 0)
+        std::printf("%d gestures went wrong\n", faults);
+    return faults == 0 ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::string manager = argc > 1 ? argv[1] : "openbox";
+    const auto& names = rig::windowManagerNames();
+    if (argc > 2 || std::find(names.begin(), names.end(), manager) == names.end())
+        return usage();
+    // For pictures and captions only: Qt needs no display to paint.
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    const rig::TemporaryDirectory runtime;
+    ::setenv("XDG_RUNTIME_DIR", runtime.path().c_str(), 1);
+    int qtArgumentCount = 1;
+    const QGuiApplication painting(qtArgumentCount, argv);
+    try {
+        return run(manager, std::filesystem::canonical("/proc/self/exe").parent_path());
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "klova-demo: %s\n", failure.what());
+        return 1;
+    }
+}
