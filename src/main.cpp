@@ -93,13 +93,18 @@ void runOn(x11::X11Desktop& x11, QuitSignals& quitSignals) {
     watchedConnection = -1;
 }
 
+std::string displayName() {
+    const char* name = std::getenv("DISPLAY");
+    return name != nullptr ? name : "";
+}
+
 int connectAndRun(QuitSignals& quitSignals) {
     x11::X11Desktop x11;
     if (const auto& missing = x11.connection().missingExtensions(); !missing.empty())
         return end(EX_UNAVAILABLE, "this X server does not offer " + listed(missing));
     const x11::SingleInstance instance(x11.connection());
     if (!instance.acquired())
-        return end(EX_OK, "already running on display " + std::string(std::getenv("DISPLAY")));
+        return end(EX_OK, "already running on display " + displayName());
     runOn(x11, quitSignals);
     return EX_OK;
 }

@@ -3,13 +3,13 @@
 #include "app/StatusIcon.h"
 
 #include <QCursor>
-#include <QMetaObject>
-#include <utility>
 
 namespace klova {
 
 TrayIcon::TrayIcon() : deactivated_(statusIcon(false)), activated_(statusIcon(true)) {
     icon_.setToolTip("Klova");
+    redrawTimer_.setSingleShot(true);
+    QObject::connect(&redrawTimer_, &QTimer::timeout, &icon_, [this] { redraw(); });
 }
 
 void TrayIcon::setMenu(QMenu& menu) {
@@ -26,15 +26,9 @@ void TrayIcon::setImage(std::string_view name) {
     setNeedsDisplay();
 }
 
-void TrayIcon::setNeedsDisplay() {
-    if (std::exchange(redrawQueued_, true))
-        return;
-    QMetaObject::invokeMethod(
-        &icon_, [this] { redraw(); }, Qt::QueuedConnection);
-}
+void TrayIcon::setNeedsDisplay() { redrawTimer_.start(); }
 
 void TrayIcon::redraw() {
-    redrawQueued_ = false;
     icon_.setIcon(imageName_ == "Menulet_activated" ? activated_ : deactivated_);
     icon_.show();
 }

@@ -5,8 +5,8 @@
 
 #include <QIcon>
 #include <QMenu>
-#include <QObject>
 #include <QSystemTrayIcon>
+#include <QTimer>
 #include <string>
 
 namespace klova {
@@ -30,8 +30,8 @@ private:
     QIcon deactivated_;
     QIcon activated_;
     std::string imageName_;
-    bool redrawQueued_ = false;
     QSystemTrayIcon icon_;
+    QTimer redrawTimer_; ///< queues the redraw behind all that waits in the event loop
 };
 
 } // namespace klova
