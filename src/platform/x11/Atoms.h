@@ -6,6 +6,7 @@
 namespace klova::x11 {
 
 #define KLOVA_ATOMS(atom)                                                                          \
+    atom(MANAGER)                                                                                  \
     atom(UTF8_STRING) atom(WM_CHANGE_STATE) atom(WM_STATE) atom(_GTK_APPLICATION_ID)               \
         atom(_GTK_FRAME_EXTENTS) atom(_KDE_NET_WM_DESKTOP_FILE) atom(_NET_ACTIVE_WINDOW)           \
             atom(_NET_CLIENT_LIST) atom(_NET_FRAME_EXTENTS) atom(_NET_MOVERESIZE_WINDOW)           \

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 #include <xcb/randr.h>
 #include <xcb/res.h>
 #include <xcb/xinput.h>
@@ -92,6 +93,34 @@ void Connection::queryExtensions() {
 }
 
 UniqueC<xcb_generic_event_t> Connection::poll() {
+    if (waiting_.empty())
+        return receive();
+    auto event = std::move(waiting_.front());
+    waiting_.pop_front();
+    return event;
+}
+
+bool Connection::isWaiting(const EventQuestion& question) {
+    while (auto event = receive())
+        waiting_.push_back(std::move(event));
+    return std::ranges::any_of(waiting_, [&](const auto& event) { return question(*event); });
+}
+
+UniqueC<xcb_generic_event_t> Connection::takeWaiting(const EventQuestion& question) {
+    if (!isWaiting(question))
+        return nullptr;
+    const auto found =
+        std::ranges::find_if(waiting_, [&](const auto& event) { return question(*event); });
+    auto event = std::move(*found);
+    waiting_.erase(found);
+    return event;
+}
+
+void Connection::roundTrip() {
+    own(xcb_get_input_focus_reply(get(), xcb_get_input_focus(get()), nullptr));
+}
+
+UniqueC<xcb_generic_event_t> Connection::receive() {
     while (auto event = own(xcb_poll_for_event(get()))) {
         if (event->response_type != 0)
             return event;

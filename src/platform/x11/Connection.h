@@ -5,6 +5,7 @@
 #include "platform/x11/UniqueC.h"
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -24,6 +25,8 @@ public:
 
 class Connection {
 public:
+    using EventQuestion = std::function<bool(const xcb_generic_event_t&)>;
+
     /// Connects to `display`, or to $DISPLAY where it is null. Throws DisplayUnreachable.
     explicit Connection(const char* display = nullptr);
 
@@ -45,6 +48,16 @@ public:
     /// for are dealt with here: those of a window that died are expected, others are logged.
     UniqueC<xcb_generic_event_t> poll();
 
+    /// Whether an event that has arrived, and is still to be polled, answers the question.
+    bool isWaiting(const EventQuestion& question);
+
+    /// Takes the first such event out of turn; null where there is none.
+    UniqueC<xcb_generic_event_t> takeWaiting(const EventQuestion& question);
+
+    /// Returns once the server has dealt with everything sent so far; what it sent meanwhile is
+    /// waiting then.
+    void roundTrip();
+
     void flush() { xcb_flush(get()); }
     int descriptor() const { return xcb_get_file_descriptor(get()); }
     bool lost() const { return xcb_connection_has_error(get()) != 0; }
@@ -58,6 +71,7 @@ public:
 
 private:
     void queryExtensions();
+    UniqueC<xcb_generic_event_t> receive();
 
     struct Disconnect {
         void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
@@ -72,6 +86,7 @@ private:
     std::uint8_t xkbFirstEvent_ = 0;
     std::uint8_t randrFirstEvent_ = 0;
     std::uint32_t rootMask_ = 0;
+    std::deque<UniqueC<xcb_generic_event_t>> waiting_; ///< looked at, not yet polled
 };
 
 } // namespace klova::x11

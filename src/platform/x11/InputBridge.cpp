@@ -11,6 +11,9 @@ namespace {
 /// such luck; this is for what they do not cover.
 constexpr std::chrono::milliseconds kRetry{20};
 
+/// How long other programs may take to place their grabs anew after a change that makes them.
+constexpr std::chrono::milliseconds kRenewal{250};
+
 void selectKeyboardEvents(Connection& connection) {
     constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY |
                                      XCB_XKB_EVENT_TYPE_MAP_NOTIFY |
@@ -100,10 +103,9 @@ void InputBridge::handle(const xcb_generic_event_t& event) {
         keyMapChanged_ = true;
     } else if (type == XCB_PROPERTY_NOTIFY) {
         const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        // A new window manager has just placed grabs of its own.
         if (property.window == state_.connection.root() &&
             property.atom == state_.connection.atoms()._NET_SUPPORTING_WM_CHECK)
-            managerReplaced_ = true;
+            renewGrabsSoon();
     }
 }
 
@@ -136,6 +138,7 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
         pointer_.watched(rawButton, false);
         break;
     case XCB_INPUT_BUTTON_PRESS:
+        catchUpWithKeys(button.time);
         pointer_.grabbed(button, true);
         break;
     case XCB_INPUT_BUTTON_RELEASE:
@@ -157,9 +160,24 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
     pointer_.selectMotion();
 }
 
+/// A frozen key holds back the keys after it, but not a click: the release of an activation key
+/// may still be queued behind it when a click comes that is later than both.
+void InputBridge::catchUpWithKeys(xcb_timestamp_t time) {
+    const auto isEarlierKey = [&](const xcb_generic_event_t& event) {
+        return isKey(state_.connection, event) &&
+               static_cast<std::int32_t>(reinterpret_cast<const KeyEvent&>(event).time - time) <= 0;
+    };
+    state_.connection.roundTrip();
+    while (const auto event = state_.connection.takeWaiting(isEarlierKey)) {
+        handleXInput(*event);
+        state_.connection.roundTrip();
+    }
+}
+
 void InputBridge::readKeyMap() {
     keyMapChanged_ = false;
     grabsOutdated_ = true;
+    renewGrabsSoon();
     if (auto map = KeyMap::read(state_.connection))
         state_.map = *map;
 }
@@ -169,24 +187,46 @@ void InputBridge::settle() {
         readKeyMap();
     if (state_.tap == nullptr)
         return;
-    if (managerReplaced_ && !state_.tap->ownsKeyboard()) {
-        state_.tap->dropGrabs();
-        managerReplaced_ = false;
-        grabsOutdated_ = true;
-    }
     if (grabsOutdated_ || state_.tap->armedForGood())
         state_.tap->placeGrabs(state_.map);
     grabsOutdated_ = false;
+    renewGrabs();
     holdKeyboardWhileArmed();
+}
+
+/// A new window manager or keyboard map makes other programs place their grabs again, and the
+/// newest one wins: at once for whoever was quick, and once more for the others.
+void InputBridge::renewGrabsSoon() {
+    beaten_ = true;
+    renewAt_ = std::chrono::steady_clock::now() + kRenewal;
+}
+
+void InputBridge::renewGrabs() {
+    if (state_.armed())
+        return;
+    const bool due = renewAt_ && *renewAt_ <= std::chrono::steady_clock::now();
+    if (due)
+        renewAt_.reset();
+    if (std::exchange(beaten_, false) || due)
+        state_.tap->renewGrabs();
+}
+
+std::optional<InputBridge::TimePoint> InputBridge::deadline() const {
+    if (retryAt_)
+        return retryAt_;
+    return state_.armed() ? std::nullopt : renewAt_;
 }
 
 void InputBridge::holdKeyboardWhileArmed() {
     retryAt_.reset();
     X11EventTap& tap = *state_.tap;
-    if (!tap.armed())
+    if (!tap.armed()) {
         tap.releaseKeyboard();
-    else if (!tap.ownsKeyboard() && !tap.takeKeyboard())
-        retryAt_ = std::chrono::steady_clock::now() + kRetry;
+    } else if (!tap.ownsKeyboard()) {
+        beaten_ = true;
+        if (!tap.takeKeyboard())
+            retryAt_ = std::chrono::steady_clock::now() + kRetry;
+    }
 }
 
 } // namespace klova::x11

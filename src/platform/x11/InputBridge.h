@@ -34,7 +34,7 @@ public:
     /// To be called when no more events wait: what need not be done between two of them.
     void settle();
 
-    std::optional<TimePoint> deadline() const { return retryAt_; }
+    std::optional<TimePoint> deadline() const;
 
     /// The server's time of the last input event.
     xcb_timestamp_t lastTime() const { return lastTime_; }
@@ -43,17 +43,21 @@ private:
     class Registration;
 
     void handleXInput(const xcb_generic_event_t& event);
+    void catchUpWithKeys(xcb_timestamp_t time);
     void readKeyMap();
+    void renewGrabsSoon();
+    void renewGrabs();
     void holdKeyboardWhileArmed();
 
     InputState state_;
     KeyInput keys_;
     PointerInput pointer_;
     bool keyMapChanged_ = true;
-    bool grabsOutdated_ = false;   ///< the plan of the passive grabs may have changed
-    bool managerReplaced_ = false; ///< they have to be placed anew though the plan is the same
+    bool grabsOutdated_ = false; ///< the plan of the passive grabs may have changed
     xcb_timestamp_t lastTime_ = XCB_CURRENT_TIME;
-    std::optional<TimePoint> retryAt_;
+    std::optional<TimePoint> retryAt_; ///< to take the keyboard
+    std::optional<TimePoint> renewAt_; ///< the passive grabs, once others have placed theirs
+    bool beaten_ = false; ///< armed without a frozen press: somebody else's grab came first
 };
 
 } // namespace klova::x11

@@ -58,16 +58,17 @@ void KeyInput::announce(KeyCode code) {
 
 void KeyInput::answerModifier(PhysicalKey physical, KeyCode code, bool press) {
     X11EventTap& tap = *state_.tap;
-    const bool ours = press
-                          ? tap.ownsKeyboard() || (tap.isActivationKey(code) && tap.takeKeyboard())
-                          : tap.hasSwallowed(physical);
-    if (!tap.armed() || !ours) {
+    const auto isOurs = [&] {
+        if (press)
+            return tap.ownsKeyboard() || (tap.isActivationKey(code) && tap.takeFrozenKeyboard());
+        return tap.hasSwallowed(physical);
+    };
+    if (!tap.armed() || !isOurs()) {
         // An application that saw the press of a modifier gets its release too.
         tap.replayKey();
         return;
     }
     tap.swallowKey(physical, press);
-    allowEvents(state_.connection, kMasterPointer, Allow::thaw);
 }
 
 void KeyInput::answerKey(PhysicalKey physical, KeyCode code, bool press) {
@@ -77,7 +78,7 @@ void KeyInput::answerKey(PhysicalKey physical, KeyCode code, bool press) {
         return;
     }
     if (!tap.ownsKeyboard())
-        tap.takeKeyboard();
+        tap.takeFrozenKeyboard();
     Event event = state_.event(press ? EventType::keyDown : EventType::keyUp);
     event.keyCode = code;
     if (tap.ask(event) == Verdict::swallow)

@@ -15,10 +15,15 @@ constexpr std::uint32_t kButtonMask = XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS |
                                       XCB_INPUT_XI_EVENT_MASK_BUTTON_RELEASE |
                                       XCB_INPUT_XI_EVENT_MASK_MOTION;
 
-std::vector<std::uint32_t> statesThatContain(std::uint32_t modifiers) {
+/// The states that the keyboard can be in with these modifiers down. Only modifiers that have a
+/// key count: each further one doubles the grabs, and the server compares every pair of them.
+std::vector<std::uint32_t> statesThatContain(std::uint32_t modifiers, const KeyMap& map) {
+    std::uint32_t possible = 0;
+    for (const std::uint32_t ofKey : map.modifiers)
+        possible |= ofKey;
     std::vector<std::uint32_t> states;
     for (std::uint32_t state = 0; state < 256; ++state)
-        if ((state & modifiers) == modifiers)
+        if ((state & modifiers) == modifiers && (state & ~possible) == 0)
             states.push_back(state);
     return states;
 }
@@ -57,16 +62,21 @@ std::vector<PassiveGrab> planPassiveGrabs(const KeyMap& map,
         for (const KeyCode other : activationKeys)
             if (other != code)
                 others |= map.modifiersOf(other);
-        plan.push_back({PassiveGrab::Kind::key, keycode, statesThatContain(others)});
+        plan.push_back({PassiveGrab::Kind::key, keycode, statesThatContain(others, map)});
     }
-    plan.push_back({PassiveGrab::Kind::key, kAnyKey, statesThatContain(all)});
+    plan.push_back({PassiveGrab::Kind::key, kAnyKey, statesThatContain(all, map)});
     for (const std::uint32_t button : {1U, 3U})
-        plan.push_back({PassiveGrab::Kind::button, button, statesThatContain(all)});
+        plan.push_back({PassiveGrab::Kind::button, button, statesThatContain(all, map)});
     return plan;
 }
 
 PassiveGrabs::PassiveGrabs(Connection& connection, std::vector<PassiveGrab> grabs)
     : connection_(connection), grabs_(std::move(grabs)) {
+    renew();
+}
+
+void PassiveGrabs::renew() {
+    refused_ = 0;
     std::vector<xcb_input_xi_passive_grab_device_cookie_t> cookies;
     cookies.reserve(grabs_.size());
     for (const PassiveGrab& grab : grabs_)

@@ -37,6 +37,10 @@ public:
 
     const std::vector<PassiveGrab>& grabs() const { return grabs_; }
 
+    /// Makes these the newest of all grabs, which is the one that counts among equals. There is
+    /// no moment without them.
+    void renew();
+
     /// How many combinations another program already holds.
     std::size_t refused() const { return refused_; }
 

@@ -51,7 +51,12 @@ void X11EventTap::placeGrabs(const KeyMap& map) {
     }
 }
 
-bool X11EventTap::takeKeyboard() {
+void X11EventTap::renewGrabs() {
+    if (passive_)
+        passive_->renew();
+}
+
+bool X11EventTap::takeFrozenKeyboard() {
     const std::uint32_t mask =
         XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
     const auto cookie = xcb_input_xi_grab_device(
@@ -60,6 +65,17 @@ bool X11EventTap::takeKeyboard() {
     const auto reply = own(xcb_input_xi_grab_device_reply(connection_.get(), cookie, nullptr));
     ownsKeyboard_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
     return ownsKeyboard_;
+}
+
+bool X11EventTap::takeKeyboard() {
+    if (!takeFrozenKeyboard())
+        return false;
+    // A grab of this kind begins frozen. Where a passive one was quicker its event is on the way,
+    // and its answer is what lets the keyboard go on.
+    if (!connection_.isWaiting(
+            [this](const auto& event) { return isGrabbedKey(connection_, event); }))
+        allowEvents(connection_, kMasterKeyboard, Allow::untilNextEvent);
+    return true;
 }
 
 void X11EventTap::releaseKeyboard() {
@@ -112,14 +128,11 @@ void X11EventTap::waitForSwallowedKeys() {
                 return;
             continue;
         }
-        const auto* generic = reinterpret_cast<const KeyEvent*>(event.get());
-        if ((event->response_type & 0x7F) != XCB_GE_GENERIC ||
-            generic->extension != connection_.xinputOpcode() ||
-            (generic->event_type != XCB_INPUT_KEY_PRESS &&
-             generic->event_type != XCB_INPUT_KEY_RELEASE))
+        if (!isGrabbedKey(connection_, *event))
             continue;
-        const PhysicalKey physical{generic->sourceid, static_cast<std::uint8_t>(generic->detail)};
-        const bool press = generic->event_type == XCB_INPUT_KEY_PRESS;
+        const auto& key = reinterpret_cast<const KeyEvent&>(*event);
+        const PhysicalKey physical{key.sourceid, static_cast<std::uint8_t>(key.detail)};
+        const bool press = key.event_type == XCB_INPUT_KEY_PRESS;
         if (!press && !hasSwallowed(physical)) {
             // An activation key whose press the application knows: the chord is over.
             allowEvents(connection_, kMasterKeyboard, Allow::replay);

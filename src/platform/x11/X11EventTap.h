@@ -38,13 +38,16 @@ public:
     /// Sets the passive grabs for this map and the client's keys, unless they are in place.
     void placeGrabs(const KeyMap& map);
 
-    /// Gives the passive grabs up, to be placed again: between equal grabs the newest wins.
-    void dropGrabs() { passive_.reset(); }
+    /// Puts the passive grabs before those that other programs have placed since.
+    void renewGrabs();
 
     bool ownsKeyboard() const { return ownsKeyboard_; }
 
-    /// Grabs the keyboard, which then freezes at each key event. False while another program
-    /// holds it.
+    /// Grabs the keyboard, which then freezes at each key event; for when one is frozen already
+    /// and will be answered. False while another program holds it.
+    bool takeFrozenKeyboard();
+
+    /// The same for when no event waits for an answer.
     bool takeKeyboard();
 
     /// Gives the keyboard back; for when no event of it waits for an answer.

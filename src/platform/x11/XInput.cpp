@@ -2,6 +2,29 @@
 
 namespace klova::x11 {
 
+namespace {
+
+/// The XInput2 type of an event, 0 for all others.
+std::uint16_t xinputType(const Connection& connection, const xcb_generic_event_t& event) {
+    const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
+    const bool isXInput = (event.response_type & 0x7F) == XCB_GE_GENERIC &&
+                          generic.extension == connection.xinputOpcode();
+    return isXInput ? generic.event_type : 0;
+}
+
+} // namespace
+
+bool isGrabbedKey(const Connection& connection, const xcb_generic_event_t& event) {
+    const auto type = xinputType(connection, event);
+    return type == XCB_INPUT_KEY_PRESS || type == XCB_INPUT_KEY_RELEASE;
+}
+
+bool isKey(const Connection& connection, const xcb_generic_event_t& event) {
+    const auto type = xinputType(connection, event);
+    return isGrabbedKey(connection, event) || type == XCB_INPUT_RAW_KEY_PRESS ||
+           type == XCB_INPUT_RAW_KEY_RELEASE;
+}
+
 void selectXInputEvents(Connection& connection, xcb_input_device_id_t device, std::uint32_t mask) {
     const struct {
         xcb_input_event_mask_t head;

@@ -36,6 +36,12 @@ inline void allowEvents(Connection& connection, xcb_input_device_id_t device, Al
                               static_cast<std::uint8_t>(mode), 0, connection.root());
 }
 
+/// Whether an event is one that a grab of ours delivers: a key of the master keyboard.
+bool isGrabbedKey(const Connection& connection, const xcb_generic_event_t& event);
+
+/// Whether an event is a key of the master keyboard, watched or grabbed.
+bool isKey(const Connection& connection, const xcb_generic_event_t& event);
+
 /// Selects `mask` (XInput2 event mask) of `device` on the root window.
 void selectXInputEvents(Connection& connection, xcb_input_device_id_t device, std::uint32_t mask);
 
