@@ -216,6 +216,7 @@ TEST_P(Windows, BelongToTheProcessThatMadeThem) {
 
 TEST_P(Windows, AreFoundFromAnyPartOfTheirFrame) {
     rig::TestWindow window(bridge.name());
+    ASSERT_TRUE(bridge.focus(window.id())); // and so on the screen
     const auto frame = bridge.visible(window.id());
     const auto area = rig::clientArea(bridge.display(), window.id());
     for (const float y : {float(frame.y + 4), float(area.y + 50)}) {
@@ -259,6 +260,7 @@ TEST(Monitors, AreReadAnewWithTheirScale) {
     rig::TestWindow window(bridge.name(), stepped);
     for (const auto& monitor : monitors) {
         const auto& target = kTargets[5];
+        ASSERT_TRUE(rig::maximize(bridge.display(), window.id()));
         bridge.snap(bridge.focus(window.id()), frameOn(monitor, target));
         ASSERT_TRUE(bridge.settle());
         const auto got = bridge.visible(window.id());

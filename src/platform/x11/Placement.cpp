@@ -75,6 +75,7 @@ void Placement::request(const Box& frame, Clock::time_point now) {
     sent_->client = shrunk(frame, sent_->extents);
     sent_->at = now;
     sent_->answered = false;
+    sent_->heard = false;
     sent_->settled.reset();
     takeStatesOff();
     place(frame);
@@ -133,6 +134,7 @@ bool Placement::confirms(const xcb_configure_notify_event_t& event) const {
 void Placement::onConfigure(const xcb_configure_notify_event_t& event, Clock::time_point now) {
     if (!sent_)
         return;
+    sent_->heard = true;
     if (sent_->answered) {
         if (event.width != sent_->client.width || event.height != sent_->client.height)
             sent_->settled = now + kSettling;
@@ -186,11 +188,8 @@ void Placement::judge(Clock::time_point now) {
         sent_.reset();
         return;
     }
-    const Box wanted = boxOf(wanted_);
     const Box result = truth->frame();
-    const Point corner = anchored(result);
-    const Box goal{static_cast<int>(corner.x), static_cast<int>(corner.y), wanted.width,
-                   wanted.height};
+    const Box goal = goalFor(result);
     const bool placed = result.x == goal.x && result.y == goal.y;
     const bool assumed = truth->extents() == sent_->extents;
     if ((placed && assumed && !truth->maximized && !truth->fullscreen) || sent_->corrections == 0) {
@@ -198,6 +197,7 @@ void Placement::judge(Clock::time_point now) {
         return;
     }
     --sent_->corrections;
+    sent_->before = result;
     request(goal, now);
 }
 
@@ -209,6 +209,17 @@ void Placement::conclude(Clock::time_point now) {
     }
     sent_->answered = true;
     sent_->settled.reset();
+}
+
+/// A size that two answers agree on is the one to ask for: managers push what would reach beyond
+/// the monitor back onto it, and measure that by the size asked for.
+Box Placement::goalFor(const Box& result) const {
+    const Box wanted = boxOf(wanted_);
+    const Point corner = anchored(result);
+    const bool agreed = sent_->heard && result.width == sent_->before.width &&
+                        result.height == sent_->before.height;
+    const Box& size = agreed ? result : wanted;
+    return {static_cast<int>(corner.x), static_cast<int>(corner.y), size.width, size.height};
 }
 
 /// Where the window belongs, given the size that it took: a wanted frame that ends at its

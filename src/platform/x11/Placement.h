@@ -48,7 +48,9 @@ private:
         bool exact = false;       ///< a size was written: correct what comes out otherwise
         bool statesTaken = false; ///< maximized or fullscreen was taken off with it
         bool answered = false;    ///< only watched for late changes of the decoration
+        bool heard = false;       ///< the window has changed since
         int corrections = 0;      ///< how often it may still be sent again
+        Box before;               ///< what came out of the request that this one corrects
         Clock::time_point at;
         std::optional<Clock::time_point> settled; ///< when to look at what came out
     };
@@ -63,6 +65,7 @@ private:
     void conclude(Clock::time_point now);
     bool confirms(const xcb_configure_notify_event_t& event) const;
     Point anchored(const Box& result) const;
+    Box goalFor(const Box& result) const;
 
     Connection& connection_;
     WindowManager& manager_;
