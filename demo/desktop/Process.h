@@ -15,9 +15,9 @@ namespace klova::rig {
 using Environment = std::map<std::string, std::string>;
 
 struct ProcessOptions {
-    Environment environment;
+    Environment environment = {};
     /// Takes standard output and standard error; discarded where it is empty.
-    std::filesystem::path output;
+    std::filesystem::path output = {};
     /// Stays the caller's; takes standard output instead where it is not -1.
     int standardOutput = -1;
 };

@@ -22,9 +22,9 @@ struct TestWindowOptions {
     int minWidth = 1;
     int minHeight = 1;
     /// Shadows that the window pretends to draw round itself, and so decorations of its own.
-    std::optional<Extents> shadow;
+    std::optional<Extents> shadow = {};
     /// What the window says about its owner; this process where it is not set.
-    std::optional<pid_t> process;
+    std::optional<pid_t> process = {};
     bool inputHint = true;
 };
 

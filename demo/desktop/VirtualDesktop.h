@@ -15,7 +15,7 @@ namespace klova::rig {
 struct DesktopOptions {
     /// Empty for a desktop without one.
     std::string windowManager = "openbox";
-    ScreenSize screen;
+    ScreenSize screen = {};
     ServerKind server = ServerKind::offScreen;
     /// Splits the screen in two before the window manager starts (see splitMonitors).
     bool twoMonitors = false;

@@ -1,0 +1,171 @@
+#include "desktop/Klova.h"
+#include "desktop/ManagerBarrier.h"
+#include "desktop/TestWindow.h"
+#include "desktop/Wait.h"
+
+#include <gtest/gtest.h>
+#include <tuple>
+
+using namespace klova::rig;
+using namespace std::chrono_literals;
+
+namespace {
+
+class GesturesTest : public testing::TestWithParam<std::tuple<std::string, bool>> {
+protected:
+    Display& display() { return desktop.display(); }
+    Injector& hands() { return klova.hands(); }
+    /// The one on the right where there are two.
+    Rect screen() { return desktop.monitors().back(); }
+    Rect frameOf(xcb_window_t window) { return visibleFrame(display(), window); }
+
+    Rect inside(int x, int y, int width, int height) {
+        return {screen().x + x, screen().y + y, width, height};
+    }
+
+    void focus(xcb_window_t window, const Rect& start, int slack = 0) {
+        ASSERT_TRUE(activate(display(), window));
+        ASSERT_TRUE(place(display(), window, start, slack));
+    }
+
+    void expectPlace(xcb_window_t window, Place place, const std::string& gesture) {
+        EXPECT_EQ(klova.awaitPlace(window, place, screen()), "") << gesture;
+        // And it stays there.
+        ASSERT_TRUE(barrier.pass());
+        EXPECT_EQ(klova.awaitPlace(window, place, screen(), 0ms), "") << gesture << ", a while on";
+    }
+
+    void expectEverySnap(xcb_window_t window) {
+        klova.holdActivationKeys();
+        for (const auto& gesture : snapGestures()) {
+            klova.snap(gesture);
+            expectPlace(window, gesture.place, gesture.name);
+        }
+        klova.releaseActivationKeys();
+    }
+
+    void expectFrame(xcb_window_t window, const Rect& wanted, const std::string& what) {
+        waitUntil(
+            display(), what, [&] { return frameOf(window) == wanted; },
+            [&] { return toText(frameOf(window)); }, 5s);
+        ASSERT_TRUE(barrier.pass());
+        EXPECT_EQ(frameOf(window), wanted) << what;
+    }
+
+    VirtualDesktop desktop{{.windowManager = std::get<0>(GetParam()),
+                            .screen = {1440, 900},
+                            .server = ServerKind::offScreen,
+                            .twoMonitors = std::get<1>(GetParam())}};
+    ManagerBarrier barrier{desktop.server().display()};
+    Klova klova{desktop, KLOVA_BINARY};
+};
+
+TEST_P(GesturesTest, SnapsPutAPlainWindowToThePixel) {
+    TestWindow window(desktop.server().display());
+    focus(window.id(), inside(120, 90, 420, 330));
+    expectEverySnap(window.id());
+}
+
+TEST_P(GesturesTest, SnapsAnchorATerminalAtTheNamedEdges) {
+    auto terminal = desktop.launch({"xterm"});
+    const auto window = awaitWindow(display(), terminal.id());
+    focus(window, inside(120, 90, 420, 330), sizeLimits(display(), window).stepY);
+    expectEverySnap(window);
+}
+
+TEST_P(GesturesTest, SnapsPlaceWhatIsSeenOfASelfDecoratedWindow) {
+    auto editor = desktop.launch({"env", "GTK_CSD=1", "mousepad", "--disable-server"});
+    const auto window = awaitWindow(display(), editor.id());
+    focus(window, inside(120, 90, 420, 330));
+    expectEverySnap(window);
+}
+
+TEST_P(GesturesTest, SnapsKeepTheNamedEdgesOfAWindowThatCannotBeSoSmall) {
+    TestWindow window(desktop.server().display(),
+                      {.area = inside(60, 60, 520, 500), .minWidth = 500, .minHeight = 480});
+    ASSERT_TRUE(activate(display(), window.id()));
+    expectEverySnap(window.id());
+}
+
+TEST_P(GesturesTest, MaximizedWindowsObeyToo) {
+    TestWindow window(desktop.server().display());
+    focus(window.id(), inside(120, 90, 420, 330));
+    for (const auto& gesture : {snapGestures()[1], snapGestures()[10]}) {
+        ASSERT_TRUE(maximize(display(), window.id()));
+        klova.holdActivationKeys();
+        klova.snap(gesture);
+        expectPlace(window.id(), gesture.place, gesture.name);
+        klova.releaseActivationKeys();
+        EXPECT_FALSE(isMaximized(display(), window.id()));
+    }
+}
+
+TEST_P(GesturesTest, DoubleClicksMaximizeAndCentreInTurn) {
+    TestWindow window(desktop.server().display());
+    focus(window.id(), inside(120, 90, 420, 330));
+    klova.holdActivationKeys();
+    int x = screen().x + 200;
+    for (const auto place : {Place::wholeScreen, Place::centre, Place::wholeScreen}) {
+        klova.doubleClick(x += 40, screen().y + 300);
+        expectPlace(window.id(), place, "double click");
+    }
+    klova.releaseActivationKeys();
+}
+
+TEST_P(GesturesTest, RightPressMinimizesAndTheLetterReopens) {
+    TestWindow other(desktop.server().display());
+    TestWindow window(desktop.server().display());
+    const auto start = inside(120, 90, 420, 330);
+    focus(window.id(), start);
+    klova.holdActivationKeys();
+    hands().click(3);
+    EXPECT_TRUE(
+        waitUntil(display(), "minimizing", [&] { return isMinimized(display(), window.id()); }));
+    EXPECT_FALSE(isMinimized(display(), other.id()));
+    hands().tap(XKB_KEY_c);
+    EXPECT_TRUE(waitUntil(display(), "reopening", [&] {
+        return !isMinimized(display(), window.id()) && activeWindow(display()) == window.id();
+    }));
+    klova.releaseActivationKeys();
+    expectFrame(window.id(), start, "reopened window");
+}
+
+TEST_P(GesturesTest, DragsMoveByThePointersWay) {
+    TestWindow window(desktop.server().display());
+    const auto start = inside(120, 90, 300, 220);
+    focus(window.id(), start);
+    hands().setSpacing(1ms);
+    const auto drag = [&](int count, int stepX, int stepY) {
+        const auto frame = frameOf(window.id());
+        const int x = frame.x + 100, y = frame.y + 100;
+        hands().movePointer(x, y);
+        klova.holdActivationKeys();
+        hands().pressButton(1);
+        for (int i = 1; i <= count; ++i)
+            hands().movePointer(x + i * stepX, y + i * stepY);
+        hands().releaseButton(1);
+    };
+    // The first motion of a drag repeats the last step of the drag before; at first there is none.
+    drag(200, 1, 0);
+    auto wanted = start;
+    wanted.x += 199;
+    expectFrame(window.id(), wanted, "first drag");
+    klova.releaseActivationKeys();
+    drag(100, 0, 2);
+    wanted.x += 1;
+    wanted.y += 198;
+    expectFrame(window.id(), wanted, "second drag");
+    klova.releaseActivationKeys();
+}
+
+std::string nameOf(const testing::TestParamInfo<GesturesTest::ParamType>& info) {
+    return std::get<0>(info.param) + (std::get<1>(info.param) ? "OnTheRightOfTwo" : "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktops, GesturesTest,
+                         testing::Combine(testing::Values("openbox", "xfwm4", "marco", "metacity",
+                                                          "icewm", "kwin"),
+                                          testing::Bool()),
+                         nameOf);
+
+} // namespace
