@@ -256,7 +256,7 @@ TEST(Monitors, AreReadAnewWithTheirScale) {
 
     // A window of fixed steps keeps the inner monitor's edges, not those of the whole screen.
     rig::TestWindowOptions stepped;
-    stepped.stepX = 50, stepped.stepY = 50;
+    stepped.stepX = 6, stepped.stepY = 13;
     rig::TestWindow window(bridge.name(), stepped);
     for (const auto& monitor : monitors) {
         const auto& target = kTargets[5];
