@@ -61,14 +61,14 @@ void KeyInput::answerModifier(PhysicalKey physical, KeyCode code, bool press) {
     const auto isOurs = [&] {
         if (press)
             return tap.ownsKeyboard() || (tap.isActivationKey(code) && tap.takeFrozenKeyboard());
-        return tap.hasSwallowed(physical);
+        return tap.hasSwallowedModifier(physical);
     };
     if (!tap.armed() || !isOurs()) {
         // An application that saw the press of a modifier gets its release too.
         tap.replayKey();
         return;
     }
-    tap.swallowKey(physical, press);
+    tap.swallowModifier(physical, press);
 }
 
 void KeyInput::answerKey(PhysicalKey physical, KeyCode code, bool press) {

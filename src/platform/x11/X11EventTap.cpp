@@ -82,8 +82,13 @@ void X11EventTap::releaseKeyboard() {
     if (!ownsKeyboard_)
         return;
     xcb_input_xi_ungrab_device(connection_.get(), XCB_CURRENT_TIME, kMasterKeyboard);
+    keyboardGone();
+}
+
+void X11EventTap::keyboardGone() {
     ownsKeyboard_ = false;
     swallowedKeys_.clear();
+    swallowedModifiers_.clear();
 }
 
 void X11EventTap::swallowKey(PhysicalKey physical, bool press) {
@@ -94,13 +99,22 @@ void X11EventTap::swallowKey(PhysicalKey physical, bool press) {
     allowEvents(connection_, kMasterKeyboard, Allow::untilNextEvent);
 }
 
+void X11EventTap::swallowModifier(PhysicalKey physical, bool press) {
+    if (press)
+        swallowedModifiers_.insert(physical);
+    else
+        swallowedModifiers_.erase(physical);
+    allowEvents(connection_, kMasterKeyboard, Allow::untilNextEvent);
+}
+
 void X11EventTap::replayKey() {
     allowEvents(connection_, kMasterKeyboard, Allow::replay);
-    ownsKeyboard_ = false;
-    if (armed())
+    if (armed()) {
+        ownsKeyboard_ = false;
         takeKeyboard();
-    else
-        swallowedKeys_.clear();
+    } else {
+        keyboardGone();
+    }
 }
 
 void X11EventTap::swallowButton(std::uint32_t button) {
@@ -133,12 +147,12 @@ void X11EventTap::waitForSwallowedKeys() {
         const auto& key = reinterpret_cast<const KeyEvent&>(*event);
         const PhysicalKey physical{key.sourceid, static_cast<std::uint8_t>(key.detail)};
         const bool press = key.event_type == XCB_INPUT_KEY_PRESS;
-        if (!press && !hasSwallowed(physical)) {
-            // An activation key whose press the application knows: the chord is over.
-            allowEvents(connection_, kMasterKeyboard, Allow::replay);
-            ownsKeyboard_ = false;
-        } else {
+        if (press || swallowedKeys_.contains(physical)) {
             swallowKey(physical, press);
+        } else {
+            // An activation key: the chord is over.
+            allowEvents(connection_, kMasterKeyboard, Allow::replay);
+            keyboardGone();
         }
         connection_.flush();
     }

@@ -53,15 +53,18 @@ public:
     /// Gives the keyboard back; for when no event of it waits for an answer.
     void releaseKeyboard();
 
-    /// Answers a frozen key event: the application never sees it.
+    /// Answer a frozen key event: the application never sees it.
     void swallowKey(PhysicalKey physical, bool press);
+    void swallowModifier(PhysicalKey physical, bool press);
 
     /// Answers a frozen key event: it goes where it would have gone without us, and the grab that
     /// froze it ends on exactly this event. While armed the keyboard is taken again at once; what
     /// came in between is caught by the passive grabs.
     void replayKey();
 
-    bool hasSwallowed(PhysicalKey physical) const { return swallowedKeys_.contains(physical); }
+    bool hasSwallowedModifier(PhysicalKey physical) const {
+        return swallowedModifiers_.contains(physical);
+    }
 
     /// Answers a frozen press of a button.
     void swallowButton(std::uint32_t button);
@@ -77,6 +80,7 @@ public:
     void releasePointer();
 
 private:
+    void keyboardGone();
     void waitForSwallowedKeys();
 
     Connection& connection_;
@@ -86,7 +90,8 @@ private:
     bool ownsKeyboard_ = false;
     bool saidRefusal_ = false;
     std::optional<PassiveGrabs> passive_;
-    std::set<PhysicalKey> swallowedKeys_;
+    std::set<PhysicalKey> swallowedKeys_; ///< pressed under the grab and still down
+    std::set<PhysicalKey> swallowedModifiers_;
     std::set<std::uint32_t> swallowedButtons_;
 };
 
