@@ -50,9 +50,9 @@ MonitorRequest describe(Display& display, const Rect& area, const std::string& n
 void setMonitors(Display& display, const std::vector<Rect>& monitors) {
     for (std::size_t i = 0; i < monitors.size(); ++i) {
         auto request = describe(display, monitors[i], "RIG" + std::to_string(i));
-        if (i == 0) {
+        request.info.primary = i == 0 ? 1 : 0;
+        if (i + 1 == monitors.size()) {
             // Only a monitor that claims the real output replaces the automatic one.
-            request.info.primary = 1;
             request.info.nOutput = 1;
             request.output = firstOutput(display);
         }

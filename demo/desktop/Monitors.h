@@ -9,7 +9,8 @@
 namespace klova::rig {
 
 /// Declares these rectangles the monitors of the screen, instead of the one there was (RandR
-/// 1.5). The first is the primary one.
+/// 1.5). The first is the primary one. The last one claims the server's only output: GTK, and so
+/// xfwm4, marco and metacity, know of no other and keep windows on it.
 void setMonitors(Display& display, const std::vector<Rect>& monitors);
 
 /// Two side by side, of different widths and heights, both with their top at y = 0.

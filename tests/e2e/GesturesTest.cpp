@@ -13,6 +13,9 @@ namespace {
 
 class GesturesTest : public testing::TestWithParam<std::tuple<std::string, bool>> {
 protected:
+    // Closer together, the managers themselves lose clicks.
+    GesturesTest() { hands().setSpacing(2ms); }
+
     Display& display() { return desktop.display(); }
     Injector& hands() { return klova.hands(); }
     /// The one on the right where there are two.
@@ -62,21 +65,21 @@ protected:
 
 TEST_P(GesturesTest, SnapsPutAPlainWindowToThePixel) {
     TestWindow window(desktop.server().display());
-    focus(window.id(), inside(120, 90, 420, 330));
+    focus(window.id(), inside(120, 90, 560, 380));
     expectEverySnap(window.id());
 }
 
 TEST_P(GesturesTest, SnapsAnchorATerminalAtTheNamedEdges) {
     auto terminal = desktop.launch({"xterm"});
     const auto window = awaitWindow(display(), terminal.id());
-    focus(window, inside(120, 90, 420, 330), sizeLimits(display(), window).stepY);
+    focus(window, inside(120, 90, 560, 380), sizeLimits(display(), window).stepY);
     expectEverySnap(window);
 }
 
 TEST_P(GesturesTest, SnapsPlaceWhatIsSeenOfASelfDecoratedWindow) {
     auto editor = desktop.launch({"env", "GTK_CSD=1", "mousepad", "--disable-server"});
     const auto window = awaitWindow(display(), editor.id());
-    focus(window, inside(120, 90, 420, 330));
+    focus(window, inside(120, 90, 560, 380));
     expectEverySnap(window);
 }
 
@@ -89,7 +92,7 @@ TEST_P(GesturesTest, SnapsKeepTheNamedEdgesOfAWindowThatCannotBeSoSmall) {
 
 TEST_P(GesturesTest, MaximizedWindowsObeyToo) {
     TestWindow window(desktop.server().display());
-    focus(window.id(), inside(120, 90, 420, 330));
+    focus(window.id(), inside(120, 90, 560, 380));
     for (const auto& gesture : {snapGestures()[1], snapGestures()[10]}) {
         ASSERT_TRUE(maximize(display(), window.id()));
         klova.holdActivationKeys();
@@ -102,7 +105,7 @@ TEST_P(GesturesTest, MaximizedWindowsObeyToo) {
 
 TEST_P(GesturesTest, DoubleClicksMaximizeAndCentreInTurn) {
     TestWindow window(desktop.server().display());
-    focus(window.id(), inside(120, 90, 420, 330));
+    focus(window.id(), inside(120, 90, 560, 380));
     klova.holdActivationKeys();
     int x = screen().x + 200;
     for (const auto place : {Place::wholeScreen, Place::centre, Place::wholeScreen}) {
@@ -115,7 +118,7 @@ TEST_P(GesturesTest, DoubleClicksMaximizeAndCentreInTurn) {
 TEST_P(GesturesTest, RightPressMinimizesAndTheLetterReopens) {
     TestWindow other(desktop.server().display());
     TestWindow window(desktop.server().display());
-    const auto start = inside(120, 90, 420, 330);
+    const auto start = inside(120, 90, 560, 380);
     focus(window.id(), start);
     klova.holdActivationKeys();
     hands().click(3);
