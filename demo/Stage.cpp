@@ -77,7 +77,7 @@ rig::Process Stage::startTray() {
 void Stage::start(const std::string& name, const std::vector<std::string>& command,
                   const rig::Rect& place) {
     Program program{name, desktop_.launch(command)};
-    program.window = rig::awaitWindow(display(), program.process.id());
+    program.window = rig::awaitWindow(display(), program.process);
     const auto limits = rig::sizeLimits(display(), program.window);
     const int slack = std::max(limits.stepX, limits.stepY) - 1;
     if (!rig::activate(display(), program.window) ||

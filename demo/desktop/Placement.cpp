@@ -62,9 +62,11 @@ Span take(Part part, Span screen) {
 }
 
 bool fits(Part part, Span wanted, Span actual, int step, int minimum) {
-    const bool sizeFits = wanted.length < minimum ? actual.length == minimum
-                                                  : actual.length <= wanted.length &&
-                                                        actual.length > wanted.length - step;
+    // Not every manager heeds steps and minimum, so the wanted size is right in any case.
+    const bool sizeFits = actual.length == wanted.length ||
+                          (wanted.length < minimum ? actual.length == minimum
+                                                   : actual.length < wanted.length &&
+                                                         actual.length > wanted.length - step);
     const int slack = std::abs(wanted.length - actual.length);
     switch (part) {
     case Part::first:

@@ -65,6 +65,13 @@ Extents placingOffset(Display& display, xcb_window_t window, const Extents& grow
     return publishesExtents(display, window) ? Extents{} : grown;
 }
 
+/// Says that it decorates itself, in the Motif hints that every manager knows.
+bool wantsNoFrame(Display& display, xcb_window_t window) {
+    constexpr std::uint32_t speaksOfDecorations = 2;
+    const auto hints = display.values(window, "_MOTIF_WM_HINTS");
+    return hints.size() >= 3 && (hints[0] & speaksOfDecorations) != 0 && hints[2] == 0;
+}
+
 constexpr std::uint32_t kRemove = 0, kAdd = 1, kFromPager = 2;
 
 void requestMaximized(Display& display, xcb_window_t window, std::uint32_t action) {
@@ -115,12 +122,17 @@ std::optional<xcb_window_t> windowOfClass(Display& display, const std::string& n
     return found == windows.rend() ? std::nullopt : std::optional(*found);
 }
 
-xcb_window_t awaitWindow(Display& display, pid_t process) {
+xcb_window_t awaitWindow(Display& display, Process& process) {
     std::optional<xcb_window_t> window;
-    require(display, "window of process " + std::to_string(process), [&] {
-        window = windowOfProcess(display, process);
-        return window && isSettled(display, *window);
-    });
+    require(
+        display, "window of process " + std::to_string(process.id()),
+        [&] {
+            if (!process.running())
+                throw std::runtime_error("a program ended at its start: " + process.output());
+            window = windowOfProcess(display, process.id());
+            return window && isSettled(display, *window);
+        },
+        [&] { return process.output(); });
     return window.value();
 }
 
@@ -166,7 +178,8 @@ bool isSettled(Display& display, xcb_window_t window) {
     const auto supported = display.values(display.root(), "_NET_SUPPORTED");
     const bool tells = std::find(supported.begin(), supported.end(),
                                  display.atom("_NET_FRAME_EXTENTS")) != supported.end();
-    return isManaged(display, window) && (!tells || publishesExtents(display, window));
+    return isManaged(display, window) &&
+           (!tells || wantsNoFrame(display, window) || publishesExtents(display, window));
 }
 
 xcb_window_t activeWindow(Display& display) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/Display.h"
+#include "desktop/Process.h"
 #include "desktop/Rect.h"
 
 #include <optional>
@@ -25,8 +26,9 @@ std::vector<xcb_window_t> managedWindows(Display& display);
 std::optional<xcb_window_t> windowOfProcess(Display& display, pid_t process);
 /// The newest window whose class or instance (WM_CLASS) is `name`.
 std::optional<xcb_window_t> windowOfClass(Display& display, const std::string& name);
-/// Waits for windowOfProcess. Throws std::runtime_error where none appears.
-xcb_window_t awaitWindow(Display& display, pid_t process);
+/// Waits for windowOfProcess, until it is settled. Throws std::runtime_error with the program's
+/// output where none appears.
+xcb_window_t awaitWindow(Display& display, Process& process);
 
 /// The rectangle a person takes for the window: borders and title included, shadows not.
 Rect visibleFrame(Display& display, xcb_window_t window);
@@ -38,7 +40,7 @@ bool hasState(Display& display, xcb_window_t window, const std::string& state);
 bool isMaximized(Display& display, xcb_window_t window);
 bool isMinimized(Display& display, xcb_window_t window);
 bool isManaged(Display& display, xcb_window_t window);
-/// Managed, and told of its frame where the manager does that.
+/// Managed, and told of its frame where it gets one and the manager tells.
 bool isSettled(Display& display, xcb_window_t window);
 /// 0 where there is none.
 xcb_window_t activeWindow(Display& display);

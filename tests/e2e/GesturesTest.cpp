@@ -71,14 +71,14 @@ TEST_P(GesturesTest, SnapsPutAPlainWindowToThePixel) {
 
 TEST_P(GesturesTest, SnapsAnchorATerminalAtTheNamedEdges) {
     auto terminal = desktop.launch({"xterm"});
-    const auto window = awaitWindow(display(), terminal.id());
+    const auto window = awaitWindow(display(), terminal);
     focus(window, inside(120, 90, 560, 380), sizeLimits(display(), window).stepY);
     expectEverySnap(window);
 }
 
 TEST_P(GesturesTest, SnapsPlaceWhatIsSeenOfASelfDecoratedWindow) {
     auto editor = desktop.launch({"env", "GTK_CSD=1", "mousepad", "--disable-server"});
-    const auto window = awaitWindow(display(), editor.id());
+    const auto window = awaitWindow(display(), editor);
     focus(window, inside(120, 90, 560, 380));
     expectEverySnap(window);
 }
