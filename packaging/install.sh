@@ -4,7 +4,7 @@
 build_packages=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev nlohmann-json3-dev libgtest-dev
-    libxcb1-dev libxcb-xinput-dev libxcb-randr0-dev libxcb-xkb-dev libxcb-res0-dev
+    libx11-dev libxcb1-dev libxcb-xinput-dev libxcb-randr0-dev libxcb-xkb-dev libxcb-res0-dev
     libxcb-xtest0-dev libxcb-shape0-dev libxkbcommon-dev libxkbcommon-x11-dev
 )
 demo_packages=(
@@ -16,6 +16,7 @@ nested_packages=(xserver-xephyr)
 test_packages=(
     xfwm4 marco mate-settings-daemon-common metacity mutter kwin-x11 kwin-style-breeze
     icewm fluxbox jwm i3-wm
+    trayer
 )
 lint_packages=(clang-format clang-tidy)
 
