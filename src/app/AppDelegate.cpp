@@ -21,8 +21,9 @@ constexpr std::uint64_t kTapMask =
 } // namespace
 
 AppDelegate::AppDelegate(Desktop& desktop, TrayIcon& tray)
-    : desktop_(desktop), tray_(tray), dispatcher_(desktop) {
-    menu_.addAction("Quit Klova", [this] { quitApplication(); });
+    : desktop_(desktop), tray_(tray),
+      quitMenuItem_(menu_.addAction("Quit KLOVA", [this] { quitBtnClicked(); })),
+      dispatcher_(desktop) {
     statusItem = &desktop.statusItem;
     applicationDelegate = this;
 }
@@ -44,6 +45,7 @@ void AppDelegate::applicationDidFinishLaunching() {
         seedSettings();
     else
         loadSettings();
+    updateShortCutLabels();
     installEventTap();
     desktop_.application.run();
 }
@@ -70,6 +72,11 @@ void AppDelegate::seedSettings() {
     dataStorageManager->saveDeminimizeButton();
     dataStorageManager->saveStartupSettings(false);
     diagnosticLine("Opened for First Time!");
+}
+
+void AppDelegate::updateShortCutLabels() {
+    const std::string keys = activationKeyLabel(activationKeys);
+    quitMenuItem_->setText(QString::fromStdString("Quit KLOVA: " + keys + " + T"));
 }
 
 void AppDelegate::installEventTap() {

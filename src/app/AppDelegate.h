@@ -8,6 +8,7 @@
 #include "platform/Desktop.h"
 #include "settings/DataStorageManager.h"
 
+#include <QAction>
 #include <QMenu>
 #include <memory>
 #include <optional>
@@ -28,6 +29,12 @@ public:
 
     void quitApplication() override;
 
+    /// The answer to the menu's entry.
+    void quitBtnClicked() { quitApplication(); }
+
+    /// Shows the current activation keys in the titles of the menu's entries.
+    void updateShortCutLabels();
+
 private:
     void showStatusItem();
     void loadSettings();
@@ -37,6 +44,7 @@ private:
     Desktop& desktop_;
     TrayIcon& tray_;
     QMenu menu_;
+    QAction* quitMenuItem_; ///< the menu's own
     EventTapDispatcher dispatcher_;
     std::optional<KeyInputController> inputController_;
     std::optional<DataStorageManager> dataStorageManager_;
