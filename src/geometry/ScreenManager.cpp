@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace klova {
 namespace {
@@ -31,7 +32,11 @@ constexpr std::array<Placement, 8> kPlacements{{
 } // namespace
 
 ScreenManager::ScreenManager(Screens& screens)
-    : screenFrames(screens.screens()), screens_(screens) {}
+    : screens_(screens), screenFrames_(screens.screens()) {}
+
+void ScreenManager::setScreenFrames(std::optional<std::vector<Screen>> screens) {
+    screenFrames_ = std::move(screens);
+}
 
 std::size_t ScreenManager::getAmountOfScreens() const {
     const auto now = screens_.screens();
@@ -39,25 +44,25 @@ std::size_t ScreenManager::getAmountOfScreens() const {
 }
 
 void ScreenManager::getScreenSizes() const {
-    if (!screenFrames)
+    if (!screenFrames_)
         return;
-    for (const Screen& screen : *screenFrames)
+    for (const Screen& screen : *screenFrames_)
         diagnosticLine("Screen : " + description(screen.frame) + "  :  " +
                        description(screen.backingScaleFactor) + "   \n");
 }
 
 void ScreenManager::organizeScreens() {
-    if (screenFrames)
-        std::ranges::stable_sort(*screenFrames, {},
+    if (screenFrames_)
+        std::ranges::stable_sort(*screenFrames_, {},
                                  [](const Screen& screen) { return minX(screen.frame); });
 }
 
 std::optional<ScreenManager::Choice> ScreenManager::chooseScreen(const Frame& frame) {
     organizeScreens();
-    if (!screenFrames || screenFrames->empty())
+    if (!screenFrames_ || screenFrames_->empty())
         fatalError("the list of screens is empty");
-    double edge = minX(screenFrames->front().frame);
-    for (const Screen& screen : *screenFrames) {
+    double edge = minX(screenFrames_->front().frame);
+    for (const Screen& screen : *screenFrames_) {
         edge += screen.frame.size.width;
         if (midX(frame) < edge)
             return Choice{screen.frame, edge};

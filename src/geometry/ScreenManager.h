@@ -23,7 +23,8 @@ public:
 
     /// The screens in the desktop's order until `organizeScreens`; absent where the desktop
     /// reported no list.
-    std::optional<std::vector<Screen>> screenFrames;
+    const std::optional<std::vector<Screen>>& screenFrames() const { return screenFrames_; }
+    void setScreenFrames(std::optional<std::vector<Screen>> screens);
 
     /// How many screens the desktop has now, whatever `screenFrames` says; 0 without a list.
     std::size_t getAmountOfScreens() const;
@@ -60,6 +61,7 @@ private:
     std::optional<Choice> chooseScreen(const Frame& frame);
 
     Screens& screens_;
+    std::optional<std::vector<Screen>> screenFrames_;
 };
 
 } // namespace klova

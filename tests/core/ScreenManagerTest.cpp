@@ -100,7 +100,7 @@ TEST_F(ScreenManagerTest, listsTheSortedScreensBeforeAnAlignmentOnly) {
     screens.frameForMaximizing({}, "Left");
     screens.frameForCentering({});
     EXPECT_EQ(sim.takeLog(), Log{"read screens"});
-    screens.screenFrames = {kRight, kLeft};
+    screens.setScreenFrames({{kRight, kLeft}});
     screens.frameForAlignment({}, "Left");
     EXPECT_EQ(sim.takeLog(), (Log{"> Screen : (0.0, 0.0, 1440.0, 900.0)  :  1.0   \n",
                                   "> Screen : (1440.0, 40.0, 1920.0, 1080.0)  :  2.0   \n"}));
@@ -115,7 +115,7 @@ TEST_F(ScreenManagerTest, copesWithoutScreensUntilOneHasToBeChosen) {
     EXPECT_NE(fatalMessage([&] { screens.frameForCentering({}); }), "");
     sim.screenList = {kLeft, kRight};
     EXPECT_EQ(screens.getAmountOfScreens(), 2U);
-    screens.screenFrames.emplace();
+    screens.setScreenFrames(std::vector<Screen>{});
     EXPECT_NE(fatalMessage([&] { screens.frameForAlignment({}, "Left"); }), "");
 }
 
