@@ -70,7 +70,8 @@ std::string listed(const std::vector<std::string>& names) {
     return list;
 }
 
-void runOn(x11::X11Desktop& x11, QuitSignals& quitSignals) {
+void runOn(x11::X11Desktop& x11) {
+    QuitSignals quitSignals; // not before the connection, which may take forever
     x11::setXlibConnectionLost(endWithoutServer);
     handleQtMessages();
     watchedConnection = x11.descriptor();
@@ -98,14 +99,14 @@ std::string displayName() {
     return name != nullptr ? name : "";
 }
 
-int connectAndRun(QuitSignals& quitSignals) {
+int connectAndRun() {
     x11::X11Desktop x11;
     if (const auto& missing = x11.connection().missingExtensions(); !missing.empty())
         return end(EX_UNAVAILABLE, "this X server does not offer " + listed(missing));
     const x11::SingleInstance instance(x11.connection());
     if (!instance.acquired())
         return end(EX_OK, "already running on display " + displayName());
-    runOn(x11, quitSignals);
+    runOn(x11);
     return EX_OK;
 }
 
@@ -116,9 +117,8 @@ int main(int argc, char** argv) {
     if (argc > 1)
         return answerArguments(argv[1], argc == 2);
     std::signal(SIGPIPE, SIG_IGN);
-    QuitSignals quitSignals;
     try {
-        return connectAndRun(quitSignals);
+        return connectAndRun();
     } catch (const x11::DisplayUnreachable& unreachable) {
         return end(EX_UNAVAILABLE, unreachable.what());
     }
