@@ -5,8 +5,8 @@
 
 namespace klova {
 
-/// Writes one line that says what was missing and ends the process with status 70. Nothing is
-/// unwound: the display server frees every grab when the connection closes.
+/// Says in one sentence on standard error what was missing and ends the process with status 70.
+/// Nothing is unwound: the display server frees every grab when the connection closes.
 [[noreturn]] void fatalError(std::string_view missing);
 
 /// Called before the process ends; a test's handler throws instead of returning.
