@@ -139,10 +139,10 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
         break;
     case XCB_INPUT_BUTTON_PRESS:
         catchUpWithKeys(button.time);
-        pointer_.grabbed(button, true);
+        pointer_.frozenPress(button);
         break;
     case XCB_INPUT_BUTTON_RELEASE:
-        pointer_.grabbed(button, false);
+        pointer_.ownedRelease(button);
         break;
     case XCB_INPUT_MOTION:
         pointer_.draggedInGrab(button);

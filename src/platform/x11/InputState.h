@@ -28,7 +28,7 @@ struct InputState {
     /// held back counts.
     void observe(const Event& event) {
         if (tap != nullptr && !tap->armed())
-            tap->ask(event);
+            tap->show(event);
     }
 };
 

@@ -79,12 +79,11 @@ void KeyInput::answerKey(PhysicalKey physical, KeyCode code, bool press) {
     }
     if (!tap.ownsKeyboard())
         tap.takeFrozenKeyboard();
+    tap.swallowKey(physical, press);
+    state_.connection.flush();
     Event event = state_.event(press ? EventType::keyDown : EventType::keyUp);
     event.keyCode = code;
-    if (tap.ask(event) == Verdict::swallow)
-        tap.swallowKey(physical, press);
-    else
-        tap.replayKey();
+    tap.show(event);
 }
 
 void KeyInput::dropStaleKeys() {

@@ -1,5 +1,7 @@
 #include "platform/x11/PointerInput.h"
 
+#include <utility>
+
 namespace klova::x11 {
 namespace {
 
@@ -63,31 +65,57 @@ Event PointerInput::buttonEvent(std::uint32_t button, bool press, xcb_timestamp_
 }
 
 void PointerInput::watched(const RawButtonEvent& event, bool press) {
+    countForeignPress();
     const std::uint32_t button = logicalButton(event);
-    if (button < kLeft || button > kRight || button == kMiddle)
+    if (button != kLeft && button != kRight)
         return;
+    if (press && state_.armed()) {
+        // Either a grab of ours holds it back and shows it again at once, or it is not for us.
+        undecided_ = Press{button, event.time};
+        return;
+    }
+    observe(button, press, event.time, queryPointer(state_.connection));
+}
+
+void PointerInput::observe(std::uint32_t button, bool press, xcb_timestamp_t time, Point place) {
     if (press)
         readMainScreen();
-    state_.place = queryPointer(state_.connection);
-    const Event click = buttonEvent(button, press, event.time);
+    state_.place = place;
+    const Event click = buttonEvent(button, press, time);
     state_.monitors.deliver(click);
     state_.observe(click);
 }
 
-void PointerInput::grabbed(const ButtonEvent& event, bool press) {
-    if (state_.tap == nullptr) {
+void PointerInput::countForeignPress() {
+    if (const auto press = std::exchange(undecided_, std::nullopt))
+        clicks_.press(press->button, press->time, queryPointer(state_.connection),
+                      settings_.clickLimits());
+}
+
+void PointerInput::frozenPress(const ButtonEvent& event) {
+    const bool seen = !std::exchange(undecided_, std::nullopt);
+    const Point place = pixel(event.root_x, event.root_y);
+    if (!state_.armed()) {
         allowEvents(state_.connection, kMasterPointer, Allow::replay);
+        if (!seen)
+            observe(event.detail, true, event.time, place);
         return;
     }
+    // Before anything else: while the pointer is frozen the server merges its motions, and each
+    // of them is to be a step of the drag that may begin here.
+    state_.tap->swallowButton(event.detail);
+    state_.connection.flush();
+    readMainScreen();
+    state_.place = place;
+    state_.tap->show(buttonEvent(event.detail, true, event.time));
+}
+
+void PointerInput::ownedRelease(const ButtonEvent& event) {
+    if (state_.tap == nullptr)
+        return;
     state_.place = pixel(event.root_x, event.root_y);
-    const Event click = buttonEvent(event.detail, press, event.time);
-    const bool swallow = state_.armed() && state_.tap->ask(click) == Verdict::swallow;
-    if (!press)
-        state_.tap->buttonReleased(event.detail);
-    else if (swallow)
-        state_.tap->swallowButton(event.detail);
-    else
-        state_.tap->replayButton();
+    state_.tap->show(buttonEvent(event.detail, false, event.time));
+    state_.tap->buttonReleased(event.detail);
 }
 
 void PointerInput::draggedInGrab(const ButtonEvent& event) {

@@ -15,8 +15,11 @@ public:
     /// A button event on its way to anybody.
     void watched(const RawButtonEvent& event, bool press);
 
-    /// A button event that a grab of ours has frozen (a press) or owns (a release).
-    void grabbed(const ButtonEvent& event, bool press);
+    /// A press that a grab of ours has frozen; answered here in every case.
+    void frozenPress(const ButtonEvent& event);
+
+    /// The release of a press that was swallowed.
+    void ownedRelease(const ButtonEvent& event);
 
     /// A motion while a swallowed button is down: one step of a drag.
     void draggedInGrab(const ButtonEvent& event);
@@ -35,6 +38,8 @@ public:
 
 private:
     std::uint32_t logicalButton(const RawButtonEvent& event) const;
+    void observe(std::uint32_t button, bool press, xcb_timestamp_t time, Point place);
+    void countForeignPress();
     Event buttonEvent(std::uint32_t button, bool press, xcb_timestamp_t time);
     void readMainScreen();
 
@@ -43,6 +48,11 @@ private:
     XSettings settings_;
     ClickCounter clicks_;
     double mainScreenBottom_ = 0; ///< in root pixels, y downward
+    struct Press {
+        std::uint32_t button = 0;
+        xcb_timestamp_t time = 0;
+    };
+    std::optional<Press> undecided_; ///< watched while armed, not yet seen frozen
     bool leftDown_ = false;
     bool motionSelected_ = false;
 };

@@ -27,10 +27,9 @@ bool X11EventTap::isActivationKey(KeyCode code) const {
     return std::ranges::find(client_.activationKeys(), code) != client_.activationKeys().end();
 }
 
-Verdict X11EventTap::ask(const Event& event) {
-    if (!enabled_ || (mask_ & maskOf(event.type)) == 0)
-        return Verdict::pass;
-    return client_.tapCallback(event.type, event);
+void X11EventTap::show(const Event& event) {
+    if (enabled_ && (mask_ & maskOf(event.type)) != 0)
+        client_.tapCallback(event.type, event);
 }
 
 void X11EventTap::placeGrabs(const KeyMap& map) {

@@ -32,8 +32,9 @@ public:
     /// Without activation keys the gestures, once armed, stay so for good.
     bool armedForGood() const { return armed() && client_.activationKeys().empty(); }
 
-    /// The client's verdict; "pass" for events that are not in the mask.
-    Verdict ask(const Event& event);
+    /// Shows the client an event of the mask. Its verdict is known beforehand: while armed it
+    /// swallows, and what it would let pass cannot be held back anyway.
+    void show(const Event& event);
 
     /// Sets the passive grabs for this map and the client's keys, unless they are in place.
     void placeGrabs(const KeyMap& map);
@@ -66,9 +67,8 @@ public:
         return swallowedModifiers_.contains(physical);
     }
 
-    /// Answers a frozen press of a button.
+    /// Answers a frozen press of a button: the application never sees it.
     void swallowButton(std::uint32_t button);
-    void replayButton() { allowEvents(connection_, kMasterPointer, Allow::replay); }
 
     void buttonReleased(std::uint32_t button) { swallowedButtons_.erase(button); }
     bool hasSwallowedButton(std::uint32_t button) const {
