@@ -38,7 +38,8 @@ TestWindow::TestWindow(const std::string& display, const TestWindowOptions& opti
     create(options);
     describe(options);
     map();
-    if (!display_.values(display_.root(), "_NET_SUPPORTING_WM_CHECK").empty()) {
+    if (!options.unmanaged &&
+        !display_.values(display_.root(), "_NET_SUPPORTING_WM_CHECK").empty()) {
         Display observer(display);
         require(observer, "management of a test window", [&] { return isSettled(observer, id_); });
     }
@@ -46,16 +47,17 @@ TestWindow::TestWindow(const std::string& display, const TestWindowOptions& opti
 
 void TestWindow::create(const TestWindowOptions& options) {
     id_ = xcb_generate_id(display_.get());
-    const std::uint32_t values[] = {display_.screen().white_pixel,
+    const std::uint32_t values[] = {display_.screen().white_pixel, options.unmanaged ? 1U : 0U,
                                     XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
                                         XCB_EVENT_MASK_BUTTON_PRESS |
                                         XCB_EVENT_MASK_BUTTON_RELEASE};
-    xcb_create_window(
-        display_.get(), XCB_COPY_FROM_PARENT, id_, display_.root(),
-        static_cast<std::int16_t>(options.area.x), static_cast<std::int16_t>(options.area.y),
-        static_cast<std::uint16_t>(options.area.width),
-        static_cast<std::uint16_t>(options.area.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-        XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
+    xcb_create_window(display_.get(), XCB_COPY_FROM_PARENT, id_, display_.root(),
+                      static_cast<std::int16_t>(options.area.x),
+                      static_cast<std::int16_t>(options.area.y),
+                      static_cast<std::uint16_t>(options.area.width),
+                      static_cast<std::uint16_t>(options.area.height), 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
 }
 
 void TestWindow::describe(const TestWindowOptions& options) {
@@ -96,6 +98,11 @@ std::vector<InputRecord> TestWindow::takeInput() {
 
 void TestWindow::map() {
     xcb_map_window(display_.get(), id_);
+    display_.roundTrip();
+}
+
+void TestWindow::takeFocus() {
+    xcb_set_input_focus(display_.get(), XCB_INPUT_FOCUS_PARENT, id_, XCB_CURRENT_TIME);
     display_.roundTrip();
 }
 

@@ -26,6 +26,8 @@ struct TestWindowOptions {
     /// What the window says about its owner; this process where it is not set.
     std::optional<pid_t> process = {};
     bool inputHint = true;
+    /// No window manager concerns itself with such a window (override-redirect).
+    bool unmanaged = false;
 };
 
 /// `detail` is a keycode or a button number; `type` is XCB_KEY_PRESS to XCB_BUTTON_RELEASE.
@@ -47,6 +49,9 @@ public:
 
     /// Everything received since the last call, in order.
     std::vector<InputRecord> takeInput();
+
+    /// Sets the keyboard focus on the window, without asking the window manager.
+    void takeFocus();
 
     void unmap();
     void map();

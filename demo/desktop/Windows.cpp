@@ -188,8 +188,18 @@ xcb_window_t activeWindow(Display& display) {
 }
 
 bool activate(Display& display, xcb_window_t window) {
-    display.tellManager(window, "_NET_ACTIVE_WINDOW", {kFromPager, XCB_CURRENT_TIME, 0});
-    return waitUntil(display, "activation", [&] { return activeWindow(display) == window; });
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point next{};
+    return waitUntil(display, "activation", [&] {
+        if (activeWindow(display) == window)
+            return true;
+        // Marco forgets a request that comes while it gives the focus to a new window.
+        if (Clock::now() >= next) {
+            display.tellManager(window, "_NET_ACTIVE_WINDOW", {kFromPager, XCB_CURRENT_TIME, 0});
+            next = Clock::now() + std::chrono::milliseconds(250);
+        }
+        return false;
+    });
 }
 
 bool maximize(Display& display, xcb_window_t window) {
