@@ -50,7 +50,7 @@ void Album::add(const QImage& picture, const std::string& name) {
 }
 
 std::filesystem::path Album::animate() const {
-    const auto file = folder_ / "klova.gif";
+    auto file = folder_ / "klova.gif";
     std::vector<std::string> command{"convert", "-delay", kDelay, "-loop", "0"};
     command.insert(command.end(), frames_.begin(), frames_.end());
     command.insert(command.end(), {"+dither", "-colors", "128", "-layers", "Optimize", file});

@@ -13,7 +13,7 @@ constexpr int kWidth = 620, kHeight = 54, kMargin = 14, kCapHeight = 32, kGap = 
 
 int drawCap(QPainter& painter, int x, const QString& text) {
     const int width = std::max(kCapHeight, painter.fontMetrics().horizontalAdvance(text) + 20);
-    const QRectF cap(x + 0.5, (kHeight - kCapHeight) / 2 + 0.5, width, kCapHeight);
+    const QRectF cap(x + 0.5, (kHeight - kCapHeight) / 2.0 + 0.5, width, kCapHeight);
     painter.setPen(QColor(0xb8, 0xc4, 0xd0));
     painter.setBrush(QColor(0xf5, 0xf7, 0xf9));
     painter.drawRoundedRect(cap, 6, 6);

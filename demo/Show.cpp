@@ -57,7 +57,7 @@ std::string padded(std::string text, std::size_t width) {
 
 void print(const std::string& gesture, const std::string& program, const rig::Rect& before,
            const std::string& after, const std::string& fault) {
-    std::printf("%s %s %s -> %s %s\n", padded(gesture, 32).c_str(), padded(program, 9).c_str(),
+    std::printf("%s %s %s -> %s %s\n", padded(gesture, 36).c_str(), padded(program, 9).c_str(),
                 padded(toText(before), 17).c_str(), padded(after, 17).c_str(),
                 fault.empty() ? "ok" : ("WRONG: " + fault).c_str());
     std::fflush(stdout);

@@ -66,8 +66,8 @@ std::vector<Rect> splitMonitors(Display& display) {
     const int height = display.screen().height_in_pixels;
     // Multiples of four, so that halves and quarters are whole pixels.
     const int left = width * 4 / 9 / 4 * 4;
-    const std::vector<Rect> monitors = {{0, 0, left, height},
-                                        {left, 0, width - left, height * 4 / 5 / 4 * 4}};
+    std::vector<Rect> monitors = {{0, 0, left, height},
+                                  {left, 0, width - left, height * 4 / 5 / 4 * 4}};
     setMonitors(display, monitors);
     return monitors;
 }
