@@ -79,7 +79,8 @@ void Stage::start(const std::string& name, const std::vector<std::string>& comma
     Program program{name, desktop_.launch(command)};
     program.window = rig::awaitWindow(display(), program.process);
     const auto limits = rig::sizeLimits(display(), program.window);
-    const int slack = std::max(limits.stepX, limits.stepY) - 1;
+    // Where it starts does not matter to the pixel.
+    const int slack = std::max(limits.stepX, limits.stepY);
     if (!rig::activate(display(), program.window) ||
         !rig::place(display(), program.window, place, slack))
         throw std::runtime_error(name + " cannot be put in its first place");
