@@ -31,6 +31,19 @@ Klova::Klova(VirtualDesktop& desktop, const std::filesystem::path& binary)
             return keyReserved(desktop.display(), super, XCB_MOD_MASK_CONTROL);
         },
         [&] { return process_.output(); });
+    wakeKeyboard();
+}
+
+/// The first key of a keyboard makes the server tell every program about its map, and window
+/// managers take their time over that. No person's second gesture comes so soon.
+void Klova::wakeKeyboard() {
+    auto& display = desktop_.display();
+    for (int i = 0; i < 3; ++i) {
+        holdActivationKeys();
+        waitUntil(display, "arming", [&] { return keyboardGrabbed(display); });
+        releaseActivationKeys();
+        waitUntil(display, "disarming", [&] { return !keyboardGrabbed(display); });
+    }
 }
 
 void Klova::holdActivationKeys() {

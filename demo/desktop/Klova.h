@@ -36,6 +36,8 @@ public:
                            std::chrono::milliseconds deadline = std::chrono::seconds(5));
 
 private:
+    void wakeKeyboard();
+
     VirtualDesktop& desktop_;
     Injector hands_;
     Process process_;

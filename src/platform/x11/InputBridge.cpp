@@ -11,7 +11,8 @@ namespace {
 /// such luck; this is for what they do not cover.
 constexpr std::chrono::milliseconds kRetry{20};
 
-/// How long other programs may take to place their grabs anew after a change that makes them.
+/// How long other programs may take to place their grabs anew after a change that makes them, and
+/// how long no input comes before ours follow: placing them holds the server up for milliseconds.
 constexpr std::chrono::milliseconds kRenewal{250};
 
 void selectKeyboardEvents(Connection& connection) {
@@ -115,6 +116,8 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
     const auto& button = reinterpret_cast<const ButtonEvent&>(event);
     const auto& rawButton = reinterpret_cast<const RawButtonEvent&>(event);
     lastTime_ = key.time;
+    if (renewAt_)
+        renewAt_ = std::chrono::steady_clock::now() + kRenewal;
     state_.place.reset();
     if (keyMapChanged_)
         readKeyMap();

@@ -14,6 +14,8 @@ PhysicalKey physicalKey(xcb_input_device_id_t source, std::uint32_t detail) {
 void KeyInput::watched(const RawKeyEvent& event, bool press) {
     const PhysicalKey physical = physicalKey(event.sourceid, event.detail);
     const KeyCode code = state_.map.codes[physical.keycode];
+    if (state_.tap != nullptr)
+        state_.tap->keyboardEscaped();
     if (press ? isModifier(code) : state_.held.holds(physical)) {
         if (!press || !focusIsOwn(state_.connection))
             tell(physical, code, press);

@@ -51,6 +51,10 @@ public:
     /// The same for when no event waits for an answer.
     bool takeKeyboard();
 
+    /// To be called when a key passed by unheld: no grab of ours is in force, whatever became of
+    /// it.
+    void keyboardEscaped() { ownsKeyboard_ = false; }
+
     /// Gives the keyboard back; for when no event of it waits for an answer.
     void releaseKeyboard();
 

@@ -1,0 +1,180 @@
+// What reaches an application while Klova listens, and how exactly a drag follows the pointer.
+
+#include "desktop/Files.h"
+#include "desktop/Grabs.h"
+#include "desktop/Klova.h"
+#include "desktop/TestWindow.h"
+#include "desktop/Wait.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <map>
+#include <numbers>
+
+using namespace klova::rig;
+using namespace std::chrono_literals;
+
+namespace {
+
+class TapTest : public testing::TestWithParam<std::string> {
+protected:
+    TapTest() : desktop{{.windowManager = GetParam()}} {
+        // Armed clicks are to change nothing here.
+        writeFile(desktop.session().config() / "klova" / "preferences.json",
+                  R"({"isNotFirstTime": true, "activationKeys": [55, 59], "LoadsOnStartup": false,
+ "maximizingEnabled": false, "centeringEnabled": false, "deminimizeButton": 8})");
+        klova.emplace(desktop, KLOVA_BINARY);
+    }
+
+    Display& display() { return desktop.display(); }
+    Injector& hands() { return klova->hands(); }
+
+    void add(xcb_keysym_t key) {
+        hands().tap(key);
+        wanted.push_back({XCB_KEY_PRESS, hands().keyCode(key)});
+        wanted.push_back({XCB_KEY_RELEASE, hands().keyCode(key)});
+    }
+    void add(std::uint8_t button) {
+        hands().click(button);
+        wanted.push_back({XCB_BUTTON_PRESS, button});
+        wanted.push_back({XCB_BUTTON_RELEASE, button});
+    }
+
+    /// xfwm4 keeps a click back for a while when it has just seen its first ones.
+    void warmUp(TestWindow& window) {
+        for (int i = 0; i < 40; ++i) {
+            add(xcb_keysym_t{XKB_KEY_x});
+            add(std::uint8_t{1});
+        }
+        std::size_t seen = 0;
+        waitUntil(display(), "the warm-up",
+                  [&] { return (seen += window.takeInput().size()) >= wanted.size(); });
+        wanted.clear();
+    }
+
+    /// A hundred chords, begun and broken in every order, each between events that are nobody's
+    /// but the window's.
+    template <typename Armed> void playChords(const Armed& armed, bool clicks, int count = 100) {
+        for (int i = 0; i < count; ++i) {
+            const auto first = i % 2 == 0 ? XKB_KEY_Super_L : XKB_KEY_Control_L;
+            const auto second = i % 2 == 0 ? XKB_KEY_Control_L : XKB_KEY_Super_L;
+            add(xcb_keysym_t{XKB_KEY_x});
+            hands().press(first);
+            hands().press(second);
+            armed(i);
+            hands().release(i / 2 % 2 == 0 ? first : second);
+            hands().release(i / 2 % 2 == 0 ? second : first);
+            add(xcb_keysym_t{XKB_KEY_y});
+            if (clicks)
+                add(std::uint8_t{1});
+        }
+    }
+
+    bool isModifier(const InputRecord& record) {
+        return record.type <= XCB_KEY_RELEASE &&
+               (record.detail == hands().keyCode(XKB_KEY_Super_L) ||
+                record.detail == hands().keyCode(XKB_KEY_Control_L));
+    }
+
+    void expectExactlyTheUnarmed(TestWindow& window) {
+        std::vector<Seen> seen;
+        std::map<int, int> held;
+        waitUntil(display(), "all that is the window's", [&] {
+            for (const auto& record : window.takeInput())
+                if (!isModifier(record))
+                    seen.push_back({record.type, record.detail});
+                else if (record.type == XCB_KEY_PRESS)
+                    held[record.detail] = 1;
+                else
+                    held[record.detail] = 0;
+            return seen.size() >= wanted.size();
+        });
+        const auto [at, other] = std::ranges::mismatch(seen, wanted);
+        EXPECT_TRUE(at == seen.end() && other == wanted.end())
+            << seen.size() << " events instead of " << wanted.size() << "; from number "
+            << at - seen.begin() << " on: "
+            << testing::PrintToString(std::vector(at, at + std::min<long>(12, seen.end() - at)))
+            << " instead of "
+            << testing::PrintToString(
+                   std::vector(other, other + std::min<long>(12, wanted.end() - other)));
+        for (const auto& [key, isHeld] : held)
+            EXPECT_FALSE(isHeld) << "the window was not told of the release of key " << key;
+        EXPECT_TRUE(klova->process().running());
+    }
+
+    using Seen = std::pair<int, int>; // type and detail
+    std::vector<Seen> wanted;
+    VirtualDesktop desktop;
+    std::optional<Klova> klova;
+};
+
+TEST_P(TapTest, KeysAndClicksReachTheFocusedWindowOnlyUnarmed) {
+    TestWindow window(desktop.server().display());
+    ASSERT_TRUE(activate(display(), window.id()));
+    ASSERT_TRUE(place(display(), window.id(), {0, 0, 720, 900}));
+    hands().movePointer(300, 300);
+    hands().setSpacing(2ms);
+    warmUp(window);
+    playChords(
+        [&](int i) {
+            if (i % 3 == 0)
+                hands().click(1);
+            hands().tap(i % 3 == 1 ? XKB_KEY_Left : XKB_KEY_k);
+        },
+        true);
+    expectExactlyTheUnarmed(window);
+}
+
+TEST_P(TapTest, BothButtonsAreHeldBackOverAnyWindow) {
+    // Where a window can be minimized the right button would do just that.
+    TestWindow window(desktop.server().display(), {.unmanaged = desktop.manager().minimizes()});
+    window.takeFocus();
+    hands().movePointer(300, 300);
+    hands().setSpacing(2ms);
+    playChords([&](int i) { hands().click(i % 2 == 0 ? 1 : 3); }, true);
+    expectExactlyTheUnarmed(window);
+}
+
+TEST_P(TapTest, FastKeysAreExactToo) {
+    if (GetParam() == "mutter")
+        return; // it loses keys of its own at such a speed
+    TestWindow window(desktop.server().display());
+    ASSERT_TRUE(activate(display(), window.id()));
+    for (const auto spacing : {200us, 50us}) {
+        hands().setSpacing(spacing);
+        playChords([&](int i) { hands().tap(i % 2 == 0 ? XKB_KEY_Left : XKB_KEY_k); }, false);
+    }
+    expectExactlyTheUnarmed(window);
+}
+
+TEST_P(TapTest, AThousandStepsOfADragMoveTheWindowByThePointersWay) {
+    TestWindow window(desktop.server().display());
+    ASSERT_TRUE(activate(display(), window.id()));
+    ASSERT_TRUE(place(display(), window.id(), {500, 300, 400, 300}));
+    constexpr int steps = 1000;
+    const auto pointAt = [](int step) {
+        const double angle = 2 * std::numbers::pi * step / steps * 1.3;
+        return std::pair(600 + static_cast<int>(std::lround(200 * std::sin(angle))),
+                         450 + static_cast<int>(std::lround(150 * (1 - std::cos(angle)) / 2)));
+    };
+    hands().movePointer(pointAt(0).first, pointAt(0).second);
+    hands().setSpacing(1ms);
+    klova->holdActivationKeys();
+    hands().pressButton(1);
+    for (int step = 1; step <= steps; ++step)
+        hands().movePointer(pointAt(step).first, pointAt(step).second);
+    hands().releaseButton(1);
+    klova->releaseActivationKeys();
+    const Rect wanted{500 + pointAt(steps).first - pointAt(1).first,
+                      300 + pointAt(steps).second - pointAt(1).second, 400, 300};
+    EXPECT_TRUE(waitUntil(
+        display(), "the end of the drag at " + toText(wanted),
+        [&] { return visibleFrame(display(), window.id()) == wanted; },
+        [&] { return toText(visibleFrame(display(), window.id())); }, 5s));
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktops, TapTest, testing::ValuesIn(windowManagerNames()),
+                         [](const auto& info) { return info.param; });
+
+} // namespace
