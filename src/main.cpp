@@ -6,6 +6,7 @@
 #include "app/QtMessages.h"
 #include "app/QuitSignals.h"
 #include "app/TrayIcon.h"
+#include "platform/Diagnostics.h"
 #include "platform/UniqueDescriptor.h"
 #include "platform/freedesktop/JsonPreferencesStore.h"
 #include "platform/x11/SingleInstance.h"
@@ -26,7 +27,7 @@ namespace {
 using namespace klova;
 
 int end(int status, const std::string& sentence) {
-    std::fprintf(stderr, "klova: %s.\n", sentence.c_str());
+    errorLine(sentence + ".");
     return status;
 }
 

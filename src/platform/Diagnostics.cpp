@@ -13,20 +13,21 @@ namespace {
 
 DiagnosticSink theSink = nullptr;
 
-/// Standard output, opened once more without blocking where writing to it could block. The flag
-/// is not set on descriptor 1 itself, which other processes may share.
+/// A standard stream, opened once more without blocking where writing to it could block. The flag
+/// is not set on the descriptor itself, which other processes may share.
 class Output {
 public:
-    Output() {
+    explicit Output(int stream) : stream_(stream) {
         struct stat status {};
-        if (::fstat(STDOUT_FILENO, &status) != 0)
+        if (::fstat(stream, &status) != 0)
             return;
         if (S_ISSOCK(status.st_mode))
             socket_ = true;
         else if (S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode))
-            descriptor_ = ::open("/proc/self/fd/1", O_WRONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+            descriptor_ = ::open(("/proc/self/fd/" + std::to_string(stream)).c_str(),
+                                 O_WRONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
         else
-            descriptor_ = STDOUT_FILENO;
+            descriptor_ = stream;
     }
 
     void write(const std::string& line) {
@@ -47,10 +48,11 @@ public:
 private:
     ssize_t writeSome(const char* text, std::size_t size) const {
         if (socket_)
-            return ::send(STDOUT_FILENO, text, size, MSG_DONTWAIT | MSG_NOSIGNAL);
+            return ::send(stream_, text, size, MSG_DONTWAIT | MSG_NOSIGNAL);
         return descriptor_ < 0 ? -1 : ::write(descriptor_, text, size);
     }
 
+    int stream_;
     int descriptor_ = -1;
     bool socket_ = false;
     bool brokenLine_ = false;
@@ -63,8 +65,13 @@ void diagnosticLine(std::string_view text) {
         theSink(text);
         return;
     }
-    static Output output;
+    static Output output(STDOUT_FILENO);
     output.write(std::string(text) + "\n");
+}
+
+void errorLine(std::string_view sentence) {
+    static Output errors(STDERR_FILENO);
+    errors.write("klova: " + std::string(sentence) + "\n");
 }
 
 DiagnosticSink setDiagnosticSink(DiagnosticSink sink) { return std::exchange(theSink, sink); }

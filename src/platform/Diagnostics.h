@@ -1,4 +1,4 @@
-// Diagnostic lines on standard output.
+// Lines on standard output and standard error that never hold the program up.
 #pragma once
 
 #include <string_view>
@@ -9,7 +9,10 @@ namespace klova {
 /// is slow or gone the text is dropped, because the caller may hold the person's keyboard.
 void diagnosticLine(std::string_view text);
 
-/// Sends the lines elsewhere (null: back to standard output); returns the earlier sink.
+/// Writes "klova: ", the sentence and a line break to standard error, under the same terms.
+void errorLine(std::string_view sentence);
+
+/// Sends the diagnostic lines elsewhere (null: back to standard output); returns the earlier sink.
 using DiagnosticSink = void (*)(std::string_view line);
 DiagnosticSink setDiagnosticSink(DiagnosticSink sink);
 

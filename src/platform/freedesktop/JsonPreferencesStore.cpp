@@ -1,7 +1,8 @@
 #include "platform/freedesktop/JsonPreferencesStore.h"
 
+#include "platform/Diagnostics.h"
+
 #include <cmath>
-#include <cstdio>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <type_traits>
@@ -14,8 +15,6 @@ using Json = nlohmann::ordered_json;
 
 /// Values nested deeper are refused: writing them again would recurse as deep.
 constexpr int kDeepest = 100;
-
-void say(const std::string& sentence) { std::fprintf(stderr, "klova: %s\n", sentence.c_str()); }
 
 std::optional<std::int64_t> integerOf(double real) {
     constexpr double limit = 0x1p63;
@@ -109,10 +108,11 @@ void JsonPreferencesStore::keepBrokenFile(const std::string& reason) {
     memoryOnly_ = static_cast<bool>(error);
     const std::string settings = "the settings in " + location() + " " + reason;
     if (error)
-        say(settings + " and cannot be moved away (" + error.message() +
-            "), so that this run starts afresh and saves nothing.");
+        errorLine(settings + " and cannot be moved away (" + error.message() +
+                  "), so that this run starts afresh and saves nothing.");
     else
-        say(settings + ", so that Klova starts afresh and keeps them as " + kept.native() + ".");
+        errorLine(settings + ", so that Klova starts afresh and keeps them as " + kept.native() +
+                  ".");
 }
 
 bool JsonPreferencesStore::boolForKey(std::string_view key) {
@@ -164,8 +164,8 @@ void JsonPreferencesStore::save() {
     const auto text = document_->values.dump(4, ' ', false, Json::error_handler_t::replace) + "\n";
     const auto error = file_.replace(text);
     if (error && !unsaved_)
-        say("the settings cannot be saved to " + location() + " (" + error.message() +
-            ") and hold until Klova ends.");
+        errorLine("the settings cannot be saved to " + location() + " (" + error.message() +
+                  ") and hold until Klova ends.");
     unsaved_ = static_cast<bool>(error);
 }
 

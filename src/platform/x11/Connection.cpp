@@ -1,9 +1,9 @@
 #include "platform/x11/Connection.h"
 
+#include "platform/Diagnostics.h"
 #include "platform/x11/XcbXkb.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <utility>
 #include <xcb/randr.h>
@@ -29,8 +29,9 @@ bool isExpected(const xcb_generic_error_t& error) {
 void handleError(const xcb_generic_error_t& error) {
     if (isExpected(error))
         return;
-    std::fprintf(stderr, "klova: the X server refused request %d.%d (error %d)\n", error.major_code,
-                 error.minor_code, error.error_code);
+    errorLine("the X server refused request " + std::to_string(error.major_code) + "." +
+              std::to_string(error.minor_code) + " (error " + std::to_string(error.error_code) +
+              ").");
 }
 
 } // namespace

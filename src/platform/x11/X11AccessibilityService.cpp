@@ -1,11 +1,11 @@
 #include "platform/x11/X11AccessibilityService.h"
 
+#include "platform/Diagnostics.h"
 #include "platform/x11/Activation.h"
 #include "platform/x11/Trust.h"
 #include "platform/x11/X11Screens.h"
 
 #include <cmath>
-#include <cstdio>
 #include <utility>
 
 namespace klova::x11 {
@@ -127,7 +127,7 @@ std::optional<ProcessId> X11AccessibilityService::AXUIElementGetPid(const AXUIEl
 bool X11AccessibilityService::AXIsProcessTrustedWithOptions(bool prompt) {
     const auto obstacle = obstacleOf(connection_);
     if (!obstacle.empty() && prompt)
-        std::fprintf(stderr, "klova: %s\n", obstacle.c_str());
+        errorLine(obstacle);
     return obstacle.empty();
 }
 

@@ -1,9 +1,11 @@
 #include "platform/x11/X11EventTap.h"
 
+#include "platform/Diagnostics.h"
+
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <poll.h>
+#include <string>
 
 namespace klova::x11 {
 namespace {
@@ -43,10 +45,8 @@ void X11EventTap::placeGrabs(const KeyMap& map) {
     passive_.emplace(connection_, std::move(plan));
     if (passive_->refused() > 0 && !saidRefusal_) {
         saidRefusal_ = true;
-        std::fprintf(stderr,
-                     "klova: another program holds %zu combinations of the activation keys; "
-                     "Klova watches for them in another way\n",
-                     passive_->refused());
+        errorLine("another program holds " + std::to_string(passive_->refused()) +
+                  " combinations of the activation keys; they are watched in another way.");
     }
 }
 
