@@ -132,7 +132,7 @@ TEST_P(KeyboardTest, LocksFurtherModifiersAndOrderMakeNoDifference) {
         {"Shift last", {}, 0, {control, super, XKB_KEY_Shift_L}}};
     bool left = false;
     for (const auto& [name, locks, state, held] : rows) {
-        const auto toggle = [&] {
+        const auto toggle = [this, &locks = locks] {
             for (const auto lock : locks)
                 hands.tap(lock);
         };
