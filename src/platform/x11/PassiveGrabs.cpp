@@ -30,10 +30,9 @@ std::vector<std::uint32_t> statesThatContain(std::uint32_t modifiers, const KeyM
 
 xcb_input_xi_passive_grab_device_cookie_t request(Connection& connection, const PassiveGrab& grab) {
     const bool isKey = grab.kind == PassiveGrab::Kind::key;
-    // A completing press holds the pointer back too, so that a click right after it waits for the
-    // verdict; a click must not hold the keyboard.
-    const auto paired = isKey && grab.detail != kAnyKey ? XCB_INPUT_GRAB_MODE_22_SYNC
-                                                        : XCB_INPUT_GRAB_MODE_22_ASYNC;
+    // A key holds the pointer back too, so that a click right after it waits for the verdict (and
+    // the server replays a key to others only from such a grab). A click must not hold the keys.
+    const auto paired = isKey ? XCB_INPUT_GRAB_MODE_22_SYNC : XCB_INPUT_GRAB_MODE_22_ASYNC;
     const std::uint32_t mask = isKey ? kKeyMask : kButtonMask;
     return xcb_input_xi_passive_grab_device(
         connection.get(), XCB_CURRENT_TIME, connection.root(), XCB_CURSOR_NONE, grab.detail,
