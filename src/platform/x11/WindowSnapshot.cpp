@@ -9,11 +9,12 @@
 namespace klova::x11 {
 namespace {
 
+/// Any program may write anything: no edge is wider than the server's coordinates reach.
 Edges edgesOf(const std::vector<std::uint32_t>& items) {
     if (items.size() < 4)
         return {};
-    return {static_cast<int>(items[0]), static_cast<int>(items[1]), static_cast<int>(items[2]),
-            static_cast<int>(items[3])};
+    const auto width = [&](std::size_t i) { return static_cast<int>(std::min(items[i], 32767U)); };
+    return {width(0), width(1), width(2), width(3)};
 }
 
 bool anyOf(const std::vector<std::uint32_t>& items, std::initializer_list<xcb_atom_t> atoms) {
