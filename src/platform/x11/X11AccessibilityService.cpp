@@ -173,7 +173,7 @@ void X11AccessibilityService::AXUIElementSetAttributeValue(const AXUIElementRef&
     if (attribute == ax::minimized && flag != nullptr)
         setMinimized(*target, *flag);
     else if (attribute == ax::main && flag != nullptr && *flag)
-        activate(connection_, manager_, window.id(), eventTime_);
+        activate(connection_, manager_, window.id(), eventTime_());
     const auto* geometry = std::get_if<AXValue>(&value);
     const auto* point = geometry != nullptr ? std::get_if<Point>(geometry) : nullptr;
     const auto* size = geometry != nullptr ? std::get_if<Size>(geometry) : nullptr;
@@ -194,7 +194,7 @@ void X11AccessibilityService::setMinimized(const WindowElement& element, bool mi
     if (minimized)
         minimizing.minimize(now);
     else if (const auto current = present(element))
-        minimizing.restore(*current, eventTime_, now);
+        minimizing.restore(*current, eventTime_(), now);
     element.found.window->listen();
 }
 

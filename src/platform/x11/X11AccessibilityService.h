@@ -6,7 +6,9 @@
 #include "platform/x11/Elements.h"
 
 #include <chrono>
+#include <functional>
 #include <optional>
+#include <utility>
 
 namespace klova::x11 {
 
@@ -38,8 +40,9 @@ public:
     std::optional<Clock::time_point> deadline() const { return tracked_.deadline(); }
     void onDeadline(Clock::time_point now);
 
-    /// The time of the input event being dispatched, which requests for the focus carry.
-    void setEventTime(xcb_timestamp_t time) { eventTime_ = time; }
+    /// `time` answers with the time of the input event being dispatched, which requests for the
+    /// focus carry.
+    void setEventTime(std::function<xcb_timestamp_t()> time) { eventTime_ = std::move(time); }
 
     Clients& clients() { return clients_; }
     WindowManager& windowManager() { return manager_; }
@@ -60,7 +63,7 @@ private:
     WindowManager manager_;
     TrackedWindows tracked_;
     Clients clients_;
-    xcb_timestamp_t eventTime_ = XCB_CURRENT_TIME;
+    std::function<xcb_timestamp_t()> eventTime_ = [] { return XCB_CURRENT_TIME; };
     std::uint64_t moment_ = 0;
 };
 

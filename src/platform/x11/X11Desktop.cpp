@@ -13,7 +13,9 @@ X11Desktop::X11Desktop(const char* display)
     : connection_(display), screens_(std::make_unique<X11Screens>(connection_)),
       accessibility_(std::make_unique<X11AccessibilityService>(connection_, *screens_)),
       workspace_(std::make_unique<X11Workspace>(connection_, *accessibility_)),
-      input_(std::make_unique<InputBridge>(connection_, *screens_)) {}
+      input_(std::make_unique<InputBridge>(connection_, *screens_)) {
+    accessibility_->setEventTime([this] { return input_->lastTime(); });
+}
 
 X11Desktop::~X11Desktop() = default;
 
@@ -28,7 +30,6 @@ bool X11Desktop::dispatch() {
     while (auto event = connection_.poll()) {
         do {
             input_->handle(*event);
-            accessibility_->setEventTime(input_->lastTime());
             accessibility_->handle(*event);
             accessibility_->flushWrites();
             connection_.flush();
