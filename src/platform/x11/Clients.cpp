@@ -3,6 +3,7 @@
 #include "platform/x11/Properties.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace klova::x11 {
 namespace {
@@ -18,15 +19,11 @@ void selectStructure(Connection& connection, xcb_window_t window) {
     xcb_change_window_attributes(connection.get(), window, XCB_CW_EVENT_MASK, &mask);
 }
 
-/// Of `_NET_ACTIVE_WINDOW`, which some managers make two items long.
-xcb_window_t firstOf(const std::vector<std::uint32_t>& items) {
-    return items.empty() ? XCB_NONE : items[0];
-}
-
 } // namespace
 
 std::optional<FoundWindow> Clients::focused() {
-    const auto sighting = look();
+    const auto seen = std::exchange(sighting_, std::nullopt);
+    const auto sighting = seen ? *seen : look();
     if (!sighting.snapshot || !sighting.listed)
         return std::nullopt;
     if (manager_.present() && !isNormal(*sighting.snapshot))
@@ -35,7 +32,7 @@ std::optional<FoundWindow> Clients::focused() {
 }
 
 Clients::Frontmost Clients::frontmost() {
-    const auto sighting = look();
+    const auto& sighting = sighting_.emplace(look());
     if (!sighting.snapshot || sighting.active == manager_.checkWindow())
         return {};
     return {tracked_.track(sighting.active)->process(), sighting.active};
@@ -73,7 +70,7 @@ Clients::Sighting Clients::lookAt(xcb_window_t guess) {
         }
     }
     Sighting sighting;
-    sighting.active = firstOf(takeItems(connection, active));
+    sighting.active = activeOf(active);
     sighting.listed = std::ranges::count(takeItems(connection, clients), sighting.active) > 0;
     if (request)
         sighting.snapshot = request->take(manager_);
@@ -87,6 +84,13 @@ Clients::Sighting Clients::lookWithoutManager(xcb_window_t guess) {
     if (sighting.listed && sighting.active == guess)
         sighting.snapshot = snapshotOf(guess);
     return sighting;
+}
+
+/// What `_NET_ACTIVE_WINDOW` names. Some managers make it two items long; the root is no window
+/// of anybody's, whoever says so.
+xcb_window_t Clients::activeOf(xcb_get_property_cookie_t cookie) {
+    const auto items = takeItems(connection_.get(), cookie);
+    return items.empty() || items[0] == connection_.root() ? XCB_NONE : items[0];
 }
 
 std::optional<WindowSnapshot> Clients::snapshotOf(xcb_window_t window) {
@@ -133,7 +137,8 @@ std::vector<FoundWindow> Clients::ofProcess(ProcessId process) {
             requests.emplace_back(connection_, client);
         }
     }
-    const auto activeNow = firstOf(takeItems(connection_.get(), active));
+    const auto named = activeOf(active);
+    const auto activeNow = manager_.present() ? named : inputFocus();
     std::vector<FoundWindow> found;
     for (std::size_t i = 0; i < clients.size(); ++i) {
         const auto snapshot = requests[i].take(manager_);
@@ -149,10 +154,8 @@ std::vector<FoundWindow> Clients::ofProcess(ProcessId process) {
 xcb_window_t Clients::active() {
     if (!manager_.present())
         return inputFocus();
-    const auto items =
-        takeItems(connection_.get(), askProperty(connection_.get(), connection_.root(),
-                                                 connection_.atoms()._NET_ACTIVE_WINDOW));
-    return firstOf(items);
+    return activeOf(
+        askProperty(connection_.get(), connection_.root(), connection_.atoms()._NET_ACTIVE_WINDOW));
 }
 
 bool Clients::isClient(xcb_window_t window) {

@@ -24,7 +24,8 @@ public:
         : connection_(connection), manager_(manager), tracked_(tracked) {}
 
     /// The window that has the focus, if a person would call it a window of a program: shown, in
-    /// the manager's list, and no desktop or dock.
+    /// the manager's list, and no desktop or dock. Right after `frontmost` it answers from the
+    /// same moment.
     std::optional<FoundWindow> focused();
 
     /// Whatever is active, be it a client or not; the desktop without a window where nothing is.
@@ -33,6 +34,9 @@ public:
         xcb_window_t window = XCB_NONE;
     };
     Frontmost frontmost();
+
+    /// To be called when time has passed: what `frontmost` saw is no longer the present.
+    void forgetSighting() { sighting_.reset(); }
 
     /// All windows of a process, oldest first.
     std::vector<FoundWindow> ofProcess(ProcessId process);
@@ -61,6 +65,7 @@ private:
     Sighting look();
     Sighting lookAt(xcb_window_t guess);
     Sighting lookWithoutManager(xcb_window_t guess);
+    xcb_window_t activeOf(xcb_get_property_cookie_t cookie);
     std::optional<WindowSnapshot> snapshotOf(xcb_window_t window);
     xcb_window_t inputFocus();
     std::vector<xcb_window_t> ancestors(xcb_window_t window);
@@ -69,6 +74,7 @@ private:
     WindowManager& manager_;
     TrackedWindows& tracked_;
     xcb_window_t lastActive_ = XCB_NONE;
+    std::optional<Sighting> sighting_; ///< of `frontmost`, for the `focused` that follows
 };
 
 } // namespace klova::x11

@@ -28,8 +28,8 @@ public:
     Placement placement;
     Minimizing minimizing;
 
-    /// Hears of property changes while something is under way, and of nothing else: a window's
-    /// ordinary life must not wake us.
+    /// Hears of property changes only while something is under way: a window's ordinary life
+    /// must not wake us.
     void listen();
 
 private:

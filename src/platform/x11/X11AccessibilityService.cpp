@@ -198,20 +198,25 @@ void X11AccessibilityService::setMinimized(const WindowElement& element, bool mi
     element.found.window->listen();
 }
 
-void X11AccessibilityService::handle(const xcb_generic_event_t& event) {
+void X11AccessibilityService::beginMoment() {
     ++moment_;
+    clients_.forgetSighting();
+}
+
+void X11AccessibilityService::handle(const xcb_generic_event_t& event) {
+    beginMoment();
     manager_.handle(event);
     tracked_.handle(event);
 }
 
 void X11AccessibilityService::flushWrites() {
-    ++moment_;
+    beginMoment();
     tracked_.flush(Clock::now());
     connection_.flush();
 }
 
 void X11AccessibilityService::onDeadline(Clock::time_point now) {
-    ++moment_;
+    beginMoment();
     tracked_.onDeadline(now);
     connection_.flush();
 }

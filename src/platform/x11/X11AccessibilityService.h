@@ -58,6 +58,7 @@ private:
     bool isMinimized(const WindowElement& element);
     Frame frameOfWindow(const WindowElement& element);
     void setMinimized(const WindowElement& element, bool minimized);
+    void beginMoment();
 
     Connection& connection_;
     WindowManager manager_;

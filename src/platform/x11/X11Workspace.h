@@ -18,10 +18,9 @@ public:
     std::vector<RunningApplication> runningApplications() override;
 
 private:
-    RunningApplication describe(ProcessId process, xcb_window_t window);
-
     Connection& connection_;
     X11AccessibilityService& accessibility_;
+    xcb_window_t lastFrontmost_ = XCB_NONE;
 };
 
 } // namespace klova::x11
