@@ -64,8 +64,9 @@ void setMonitors(Display& display, const std::vector<Rect>& monitors) {
 std::vector<Rect> splitMonitors(Display& display) {
     const int width = display.screen().width_in_pixels;
     const int height = display.screen().height_in_pixels;
-    // Multiples of four, so that halves and quarters are whole pixels.
-    const int left = width * 4 / 9 / 4 * 4;
+    // Multiples of four, so that halves and quarters are whole pixels; the right one wide enough
+    // that half of it is no less than what applications ask for.
+    const int left = width / 3 / 4 * 4;
     std::vector<Rect> monitors = {{0, 0, left, height},
                                   {left, 0, width - left, height * 4 / 5 / 4 * 4}};
     setMonitors(display, monitors);

@@ -58,8 +58,8 @@ protected:
     /// but the window's.
     template <typename Armed> void playChords(const Armed& armed, bool clicks, int count = 100) {
         for (int i = 0; i < count; ++i) {
-            const auto first = i % 2 == 0 ? XKB_KEY_Super_L : XKB_KEY_Control_L;
-            const auto second = i % 2 == 0 ? XKB_KEY_Control_L : XKB_KEY_Super_L;
+            const xcb_keysym_t first = i % 2 == 0 ? XKB_KEY_Super_L : XKB_KEY_Control_L;
+            const xcb_keysym_t second = i % 2 == 0 ? XKB_KEY_Control_L : XKB_KEY_Super_L;
             add(xcb_keysym_t{XKB_KEY_x});
             hands().press(first);
             hands().press(second);
@@ -167,15 +167,15 @@ TEST_P(TapTest, AThousandStepsOfADragMoveTheWindowByThePointersWay) {
         hands().movePointer(pointAt(step).first, pointAt(step).second);
     hands().releaseButton(1);
     klova->releaseActivationKeys();
-    const Rect wanted{500 + pointAt(steps).first - pointAt(1).first,
-                      300 + pointAt(steps).second - pointAt(1).second, 400, 300};
+    const Rect end{500 + pointAt(steps).first - pointAt(1).first,
+                   300 + pointAt(steps).second - pointAt(1).second, 400, 300};
     EXPECT_TRUE(waitUntil(
-        display(), "the end of the drag at " + toText(wanted),
-        [&] { return visibleFrame(display(), window.id()) == wanted; },
+        display(), "the end of the drag at " + toText(end),
+        [&] { return visibleFrame(display(), window.id()) == end; },
         [&] { return toText(visibleFrame(display(), window.id())); }, 5s));
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktops, TapTest, testing::ValuesIn(windowManagerNames()),
-                         [](const auto& info) { return info.param; });
+                         [](const auto& test) { return test.param; });
 
 } // namespace

@@ -71,6 +71,7 @@ void Placement::send(Clock::time_point now) {
 }
 
 void Placement::request(const Box& frame, Clock::time_point now) {
+    sent_->frame = frame;
     sent_->extents = known_.extents();
     sent_->client = shrunk(frame, sent_->extents);
     sent_->at = now;
@@ -143,8 +144,9 @@ void Placement::onConfigure(const xcb_configure_notify_event_t& event, Clock::ti
     const bool confirmed = confirms(event);
     if (unsent_ && (confirmed || !sent_->exact))
         send(now);
-    else if (confirmed && !sent_->statesTaken)
-        sent_.reset();
+    else if (confirmed && !sent_->statesTaken && sent_->frame == boxOf(wanted_))
+        sent_
+            .reset(); // a correction may rest on a size that was on its way out: it is judged again
     else
         sent_->settled = now + kSettling;
 }

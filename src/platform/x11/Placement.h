@@ -43,6 +43,7 @@ public:
 
 private:
     struct Request {
+        Box frame;                ///< what is asked for: what is wanted, or a correction of it
         Box client;               ///< what the client window becomes if all is granted
         Edges extents;            ///< as assumed
         bool exact = false;       ///< a size was written: correct what comes out otherwise
