@@ -5,7 +5,9 @@
 #include "input/SnapKeys.h"
 #include "settings/DataStorageManager.h"
 
+#include <set>
 #include <sstream>
+#include <tuple>
 
 namespace klova::test {
 namespace {
@@ -73,64 +75,54 @@ protected:
 };
 
 TEST_F(DispatcherTest, isArmedByEveryKeyAndTheFlag) {
-    const struct {
-        Keys chosen, held;
-        bool complete, armed;
-    } rows[] = {{{55, 59}, {59, 55, 56}, true, true},
-                {{55, 59}, {59, 55}, false, false},
-                {{55, 59}, {55, 56}, true, false},
-                {{55, 55}, {55}, true, true},
-                {{}, {}, true, true},
-                {{}, {55}, false, false}};
-    for (const auto& row : rows) {
-        activationKeys = row.chosen;
-        heldModifierKeys = row.held;
-        activationComplete = row.complete;
-        EXPECT_EQ(dispatcher.armed(), row.armed);
-        EXPECT_EQ(tap(kDown, 40), row.armed ? Verdict::swallow : Verdict::pass);
-        EXPECT_EQ(dispatcher.activationKeys().size(), row.chosen.size());
+    const std::tuple<Keys, Keys, bool, bool> rows[] = {{{55, 59}, {59, 55, 56}, true, true},
+                                                       {{55, 59}, {59, 55}, false, false},
+                                                       {{55, 59}, {55, 56}, true, false},
+                                                       {{55, 55}, {55}, true, true},
+                                                       {{}, {}, true, true},
+                                                       {{}, {55}, false, false}};
+    for (const auto& [chosen, held, complete, armed] : rows) {
+        activationKeys = chosen;
+        heldModifierKeys = held;
+        activationComplete = complete;
+        EXPECT_EQ(dispatcher.armed(), armed);
+        EXPECT_EQ(tap(kDown, 40), armed ? Verdict::swallow : Verdict::pass);
     }
 }
 
-TEST_F(DispatcherTest, passesEverythingOnUnlessArmed) {
-    activationComplete = false;
+TEST_F(DispatcherTest, swallowsArmedInputAndForgetsTheDragWithWhatPasses) {
     keysDown = {123};
-    sim.pointer = {3, 4};
-    for (const std::uint32_t type : {0U, 1U, 2U, 3U, 4U, 6U, 10U, 11U, 12U, 25U, 0xFFFFFFFEU}) {
-        previousMousePosition = Point{1, 1};
-        EXPECT_EQ(tap(type, 123, 2), Verdict::pass) << type;
-        EXPECT_FALSE(previousMousePosition) << type;
-        EXPECT_EQ(sim.takeLog(), Log{"> [123]"}) << type;
-    }
+    const std::set<std::uint32_t> swallowed{1, 2, 3, 4, 6, 10, 11, 25};
+    for (const bool complete : {false, true})
+        for (const std::uint32_t type :
+             {0U, 1U, 2U, 3U, 4U, 6U, 10U, 11U, 12U, 25U, 26U, 0xFFFFFFFEU}) {
+            activationComplete = complete;
+            previousMousePosition = Point{1, 1};
+            const bool swallow = complete && swallowed.contains(type);
+            EXPECT_EQ(tap(type, complete ? kNoKeyCode : 123, 2),
+                      swallow ? Verdict::swallow : Verdict::pass)
+                << type;
+            EXPECT_EQ(previousMousePosition.has_value(), swallow && type != 1) << type;
+            EXPECT_TRUE(sim.takeLog() == Log{"> [123]"} || complete) << type;
+        }
     EXPECT_EQ(keysDown, Codes{123});
-    EXPECT_EQ(manager.mouseClickedPoint(), (Point{3, 4}));
-}
-
-TEST_F(DispatcherTest, actsOnArmedEventsByTheirType) {
-    const struct {
-        std::uint32_t type;
-        bool swallowed, keepsDrag;
-    } rows[] = {{1, true, false},   {2, true, true},    {3, true, true},
-                {4, true, true},    {6, true, true},    {10, true, true},
-                {11, true, true},   {25, true, true},   {0, false, false},
-                {12, false, false}, {26, false, false}, {0xFFFFFFFE, false, false}};
-    for (const auto& row : rows) {
-        previousMousePosition = Point{1, 1};
-        EXPECT_EQ(tap(row.type), row.swallowed ? Verdict::swallow : Verdict::pass) << row.type;
-        EXPECT_EQ(previousMousePosition.has_value(), row.keepsDrag) << row.type;
-    }
 }
 
 TEST_F(DispatcherTest, clicksActOnTheWindow) {
     centeringEnabled = false;
     sim.pointer = {8, 9};
+    activationComplete = false;
+    tap(1);
+    EXPECT_EQ(manager.mouseClickedPoint(), (Point{8, 9})) << "unarmed too";
+    arm();
+    sim.pointer = {3, 4};
     EXPECT_EQ(effectOf(1, 0, 1), "");
     EXPECT_EQ(effectOf(1, 0, 3), "");
     EXPECT_EQ(effectOf(1, 0, 2), "set w AXPosition (0.0, 0.0); set w AXSize 1440.0 x 900.0; "
                                  "set w AXSize 1440.0 x 900.0");
-    EXPECT_EQ(manager.mouseClickedPoint(), (Point{8, 9}));
+    EXPECT_EQ(manager.mouseClickedPoint(), (Point{3, 4}));
     EXPECT_EQ(effectOf(3, 0).substr(0, 23), "set w AXMinimized true;");
-    EXPECT_EQ((Point{manager.currentMouseX, manager.currentMouseY}), (Point{8, 9}));
+    EXPECT_EQ((Point{manager.currentMouseX, manager.currentMouseY}), (Point{3, 4}));
 }
 
 TEST_F(DispatcherTest, keysSnapReopenQuitOrNothing) {
@@ -138,10 +130,7 @@ TEST_F(DispatcherTest, keysSnapReopenQuitOrNothing) {
     const std::string reopen = "set w AXMinimized false; set w AXMain true";
     const std::string left = "set w AXSize 720.0 x 900.0; set w AXPosition (0.0, 0.0); "
                              "set w AXSize 720.0 x 900.0";
-    const struct {
-        std::int64_t reopenKey, code;
-        std::string onDown, onUp;
-    } rows[] = {
+    const std::tuple<std::int64_t, std::int64_t, std::string, std::string> rows[] = {
         {8, 8, reopen, reopen},
         {8, 12, "", ""},
         {14, 14, reopen, reopen},
@@ -154,13 +143,13 @@ TEST_F(DispatcherTest, keysSnapReopenQuitOrNothing) {
         {40, 40, "", ""}, // K is no accepted key, whatever is stored
         {8, kNoKeyCode, "", ""},
     };
-    for (const auto& row : rows) {
-        deminimizeButton = row.reopenKey;
+    for (const auto& [reopenKey, code, onDown, onUp] : rows) {
+        deminimizeButton = reopenKey;
         window->attributes.erase(ax::main);
-        EXPECT_EQ(effectOf(kDown, row.code), row.onDown) << row.code;
+        EXPECT_EQ(effectOf(kDown, code), onDown) << code;
         window->attributes.erase(ax::main);
-        EXPECT_EQ(effectOf(kUp, row.code), row.onUp) << row.code;
-        EXPECT_EQ(keysDown, Codes{}) << row.code;
+        EXPECT_EQ(effectOf(kUp, code), onUp) << code;
+        EXPECT_EQ(keysDown, Codes{}) << code;
     }
 }
 

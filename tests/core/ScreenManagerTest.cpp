@@ -4,6 +4,7 @@
 #include "geometry/Description.h"
 
 #include <limits>
+#include <tuple>
 
 namespace klova::test {
 namespace {
@@ -34,49 +35,36 @@ TEST_F(ScreenManagerTest, theSumOfWidthsDecidesWhichScreenHoldsAFrame) {
     constexpr Screen far{{{5000, 0}, {1000, 700}}, 1};
     const std::vector<Screen> sorted{kLeft, kRight}, swapped{kRight, kLeft},
         negative{kLeft, kNegative}, stacked{upper, lower}, turned{lower, upper}, gap{upper, far};
-    const struct {
-        const std::vector<Screen>& screens;
-        double centre;
-        const Screen& expected;
-    } rows[] = {{sorted, 1439.5, kLeft},     {sorted, 1440, kRight}, {swapped, 1439.5, kLeft},
-                {sorted, 3359.5, kRight},    {sorted, 3360, beyond}, {sorted, -5000, kLeft},
-                {negative, -0.5, kNegative}, {negative, 0, kLeft},   {stacked, 799, upper},
-                {turned, 799, lower},        {stacked, 1799, lower}, {gap, 1700, far},
-                {gap, 5500, beyond}};
-    for (const auto& row : rows) {
-        sim.screenList = row.screens;
-        EXPECT_EQ(ScreenManager(sim).getCurrentScreenSize(centredAt(row.centre)),
-                  row.expected.frame)
-            << "row " << &row - rows;
+    const std::tuple<std::vector<Screen>, double, Screen> rows[] = {
+        {sorted, 1439.5, kLeft},     {sorted, 1440, kRight}, {swapped, 1439.5, kLeft},
+        {sorted, 3359.5, kRight},    {sorted, 3360, beyond}, {sorted, -5000, kLeft},
+        {negative, -0.5, kNegative}, {negative, 0, kLeft},   {stacked, 799, upper},
+        {turned, 799, lower},        {stacked, 1799, lower}, {gap, 1700, far},
+        {gap, 5500, beyond}};
+    for (const auto& [screens, centre, expected] : rows) {
+        sim.screenList = screens;
+        EXPECT_EQ(ScreenManager(sim).getCurrentScreenSize(centredAt(centre)), expected.frame)
+            << "centre " << centre << " of " << screens.size();
     }
 }
 
 TEST_F(ScreenManagerTest, placesEachPositionOnTheHoldingScreen) {
-    const struct {
-        std::string_view position;
-        Frame alone, right;
-    } rows[] = {
-        {"Left", {{0, 0}, {720, 900}}, {{1440, 0}, {960, 1080}}},
-        {"Right", {{720, 0}, {720, 900}}, {{2400, 0}, {960, 1080}}},
-        {"Top", {{0, 0}, {1440, 450}}, {{1440, 0}, {1920, 540}}},
-        {"Bottom", {{0, 450}, {1440, 450}}, {{1440, 540}, {1920, 540}}},
-        {"TopLeft", {{0, 0}, {720, 450}}, {{1440, 0}, {960, 540}}},
-        {"TopRight", {{720, 0}, {720, 450}}, {{2400, 0}, {960, 540}}},
-        {"BottomLeft", {{0, 450}, {720, 450}}, {{1440, 540}, {960, 540}}},
-        {"BottomRight", {{720, 450}, {720, 450}}, {{2400, 540}, {960, 540}}},
-        {"left", {{0, 0}, {100, 100}}, {{0, 0}, {100, 100}}},
-        {"", {{0, 0}, {100, 100}}, {{0, 0}, {100, 100}}},
-    };
-    for (const auto& row : rows) {
-        sim.screenList = {kLeft};
-        EXPECT_EQ(ScreenManager(sim).frameForAlignment(centredAt(900), row.position), row.alone)
-            << row.position;
-        EXPECT_EQ(ScreenManager(sim).frameForAlignment(centredAt(1500), row.position),
-                  (Frame{{0, 0}, {100, 100}}))
-            << row.position << " beyond the screen";
-        sim.screenList = {kRight, kLeft};
-        EXPECT_EQ(ScreenManager(sim).frameForAlignment(centredAt(2000), row.position), row.right)
-            << row.position;
+    constexpr Frame half{{0, 0}, {100, 100}};
+    const std::pair<const char*, Frame> rows[] = {{"Left", {{1440, 0}, {960, 1080}}},
+                                                  {"Right", {{2400, 0}, {960, 1080}}},
+                                                  {"Top", {{1440, 0}, {1920, 540}}},
+                                                  {"Bottom", {{1440, 540}, {1920, 540}}},
+                                                  {"TopLeft", {{1440, 0}, {960, 540}}},
+                                                  {"TopRight", {{2400, 0}, {960, 540}}},
+                                                  {"BottomLeft", {{1440, 540}, {960, 540}}},
+                                                  {"BottomRight", {{2400, 540}, {960, 540}}},
+                                                  {"left", half},
+                                                  {"", half}};
+    sim.screenList = {kRight, kLeft};
+    for (const auto& [position, expected] : rows) {
+        ScreenManager screens(sim);
+        EXPECT_EQ(screens.frameForAlignment(centredAt(2000), position), expected) << position;
+        EXPECT_EQ(screens.frameForAlignment(centredAt(4000), position), half) << "beyond them";
     }
 }
 
@@ -86,7 +74,7 @@ TEST_F(ScreenManagerTest, maximizesAndCentersOnTheHoldingScreen) {
     const Frame beyond{{0, 0}, {200, 100}};
     EXPECT_EQ(screens.frameForMaximizing(centredAt(0), "Left"), kLeft.frame);
     EXPECT_EQ(screens.frameForMaximizing(centredAt(2000), "Left"),
-              (Frame{{1440, 0}, {1920, 1080}}));
+              (Frame{{1440, 0}, kRight.frame.size}));
     EXPECT_EQ(screens.frameForMaximizing(centredAt(0), "Right"), (Frame{{720, 0}, {1440, 900}}));
     EXPECT_EQ(screens.frameForMaximizing(centredAt(4000), "Left"), beyond);
     EXPECT_EQ(screens.frameForCentering(centredAt(0)), (Frame{{360, 225}, {720, 450}}));

@@ -11,10 +11,6 @@ namespace {
 
 Log* linesGoTo = nullptr;
 
-const SimulatedElement& simulated(const AXUIElementRef& element) {
-    return dynamic_cast<const SimulatedElement&>(*element);
-}
-
 std::string textOf(const AXAttributeValue& value) {
     if (const auto* flag = std::get_if<bool>(&value))
         return *flag ? "true" : "false";
@@ -77,11 +73,6 @@ void SimulatedDesktop::send(const Event& event) {
             monitor.second(event);
 }
 
-AXUIElementRef SimulatedDesktop::make(const std::string& entry) {
-    note(entry);
-    return std::make_shared<SimulatedElement>("system");
-}
-
 AXCopyResult SimulatedDesktop::AXUIElementCopyAttributeValue(const AXUIElementRef& element,
                                                              std::string_view attribute) {
     note("read " + simulated(element).name + " " + std::string(attribute));
@@ -104,10 +95,6 @@ AXUIElementRef SimulatedDesktop::AXUIElementCopyElementAtPosition(const AXUIElem
     return found != elementsAt.end() ? found->second : nullptr;
 }
 
-std::optional<ProcessId> SimulatedDesktop::AXUIElementGetPid(const AXUIElementRef& element) {
-    return simulated(element).process;
-}
-
 bool SimulatedDesktop::AXIsProcessTrustedWithOptions(bool prompt) {
     note(prompt ? "prompt" : "trusted?");
     if (trusted.empty())
@@ -117,11 +104,6 @@ bool SimulatedDesktop::AXIsProcessTrustedWithOptions(bool prompt) {
     return answer;
 }
 
-std::optional<std::vector<Screen>> SimulatedDesktop::screens() {
-    note("read screens");
-    return screenList;
-}
-
 std::optional<MonitorId> SimulatedDesktop::addGlobalMonitorForEventsMatchingMask(std::uint64_t mask,
                                                                                  Handler handler) {
     if (monitors_.size() == monitorsGranted)
@@ -129,22 +111,6 @@ std::optional<MonitorId> SimulatedDesktop::addGlobalMonitorForEventsMatchingMask
     monitors_[MonitorId{++lastMonitor_}] = {mask, std::move(handler)};
     note("add monitor " + std::to_string(lastMonitor_) + " " + std::to_string(mask));
     return MonitorId{lastMonitor_};
-}
-
-void SimulatedDesktop::removeMonitor(MonitorId monitor) {
-    monitors_.erase(monitor);
-    note("remove monitor " + std::to_string(static_cast<std::uint64_t>(monitor)));
-}
-
-void SimulatedDesktop::keep(std::string_view key, Stored value) {
-    note("store " + std::string(key));
-    stored[key] = std::move(value);
-}
-
-int SimulatedDesktop::runModalAlert(std::string_view message, std::string_view informative) {
-    alertText = std::string(message) + "\n" + std::string(informative);
-    note("alert");
-    return alertAnswer;
 }
 
 CoreTest::CoreTest() {

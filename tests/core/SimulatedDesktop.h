@@ -34,6 +34,10 @@ struct SimulatedElement : AXUIElement {
 };
 using ElementPtr = std::shared_ptr<SimulatedElement>;
 
+inline const SimulatedElement& simulated(const AXUIElementRef& element) {
+    return dynamic_cast<const SimulatedElement&>(*element);
+}
+
 class SimulatedDesktop final : public AccessibilityService,
                                public Workspace,
                                public Screens,
@@ -74,7 +78,10 @@ public:
     using Stored = std::variant<bool, std::int64_t, std::vector<StoredValue>>;
     std::map<std::string_view, Stored> stored;
 
-    AXUIElementRef AXUIElementCreateSystemWide() override { return make("create system-wide"); }
+    AXUIElementRef AXUIElementCreateSystemWide() override {
+        note("create system-wide");
+        return std::make_shared<SimulatedElement>("system");
+    }
     AXUIElementRef AXUIElementCreateApplication(ProcessId id) override { return application(id); }
     AXCopyResult AXUIElementCopyAttributeValue(const AXUIElementRef& element,
                                                std::string_view attribute) override;
@@ -82,11 +89,16 @@ public:
                                       const AXAttributeValue& value) override;
     AXUIElementRef AXUIElementCopyElementAtPosition(const AXUIElementRef& element, float x,
                                                     float y) override;
-    std::optional<ProcessId> AXUIElementGetPid(const AXUIElementRef& element) override;
+    std::optional<ProcessId> AXUIElementGetPid(const AXUIElementRef& element) override {
+        return simulated(element).process;
+    }
     bool AXIsProcessTrustedWithOptions(bool prompt) override;
     std::optional<RunningApplication> frontmostApplication() override { return frontmost; }
     std::vector<RunningApplication> runningApplications() override { return running; }
-    std::optional<std::vector<Screen>> screens() override;
+    std::optional<std::vector<Screen>> screens() override {
+        note("read screens");
+        return screenList;
+    }
     std::optional<Screen> mainScreen() override { return main; }
 
     std::unique_ptr<EventTapPort> CGEventTapCreate(std::uint32_t, std::uint32_t, std::uint32_t,
@@ -97,7 +109,10 @@ public:
     void activationKeysChanged(EventTapPort&) override {}
     std::optional<MonitorId> addGlobalMonitorForEventsMatchingMask(std::uint64_t mask,
                                                                    Handler handler) override;
-    void removeMonitor(MonitorId monitor) override;
+    void removeMonitor(MonitorId monitor) override {
+        monitors_.erase(monitor);
+        note("remove monitor " + std::to_string(static_cast<std::uint64_t>(monitor)));
+    }
     Point mouseLocation() override { return pointer; }
 
     StatusButton* button() override { return buttonExists ? this : nullptr; }
@@ -120,15 +135,21 @@ public:
     std::string location() const override { return "/home/somebody/preferences.json"; }
 
     void activateIgnoringOtherApps() override { note("activate"); }
-    int runModalAlert(std::string_view message, std::string_view informative) override;
+    int runModalAlert(std::string_view message, std::string_view informative) override {
+        alertText = std::string(message) + "\n" + std::string(informative);
+        note("alert");
+        return alertAnswer;
+    }
     void terminate() override { note("terminate"); }
     void run() override {}
     void quitApplication() override { note("quit"); }
 
 private:
     void note(std::string entry) { log_.push_back(std::move(entry)); }
-    AXUIElementRef make(const std::string& entry);
-    void keep(std::string_view key, Stored value);
+    void keep(std::string_view key, Stored value) {
+        note("store " + std::string(key));
+        stored[key] = std::move(value);
+    }
     template <typename Value> std::optional<Value> kept(std::string_view key) {
         note("load " + std::string(key));
         const auto found = stored.find(key);

@@ -4,6 +4,7 @@
 #include "settings/DataStorageManager.h"
 
 #include <limits>
+#include <tuple>
 
 namespace klova::test {
 namespace {
@@ -30,13 +31,11 @@ protected:
 };
 
 TEST_F(SwipeManagerTest, startsAtTheWholeMiddleOfTheMainScreen) {
-    const struct {
-        Size size;
-        Point middle;
-    } rows[] = {{{1441, 901}, {720, 450}}, {{1443.9, 0.9}, {721, 0}}, {{-3, -3.9}, {-1, -1}}};
-    for (const auto& row : rows) {
-        sim.main->frame.size = row.size;
-        EXPECT_EQ(SwipeManager(desktop).mouseClickedPoint(), row.middle) << row.size.width;
+    const std::pair<Size, Point> rows[] = {
+        {{1441, 901}, {720, 450}}, {{1443.9, 0.9}, {721, 0}}, {{-3, -3.9}, {-1, -1}}};
+    for (const auto& [size, middle] : rows) {
+        sim.main->frame.size = size;
+        EXPECT_EQ(SwipeManager(desktop).mouseClickedPoint(), middle) << size.width;
     }
     for (const double length : {0x1p63, -0x1.8p63, std::numeric_limits<double>::quiet_NaN(),
                                 std::numeric_limits<double>::infinity()}) {
@@ -122,15 +121,17 @@ TEST_F(SwipeManagerTest, snapsBelowTheScreensTopButForTheBottomNames) {
                joined(kFrameReads, {"> Screen : (0.0, 25.0, 1440.0, 900.0)  :  1.0   \n", "> 25.0",
                                     "set w AXSize 720.0 x 450.0", "set w AXPosition (720.0, 25.0)",
                                     "set w AXSize 720.0 x 450.0"})));
-    const struct {
-        const char* name;
-        double x, y;
-    } rows[] = {
-        {"Top", 0, 25},     {"Left", 0, 25},        {"Right", 720, 25},        {"TopLeft", 0, 25},
-        {"Bottom", 0, 450}, {"BottomLeft", 0, 450}, {"BottomRight", 720, 450}, {"elsewhere", 0, 0}};
-    for (const auto& row : rows) {
-        manager.moveTo(row.name);
-        EXPECT_EQ(AccessibilityElement(sim, window).position(), (Point{row.x, row.y})) << row.name;
+    const std::pair<const char*, Point> rows[] = {{"Top", {0, 25}},
+                                                  {"Left", {0, 25}},
+                                                  {"Right", {720, 25}},
+                                                  {"TopLeft", {0, 25}},
+                                                  {"Bottom", {0, 450}},
+                                                  {"BottomLeft", {0, 450}},
+                                                  {"BottomRight", {720, 450}},
+                                                  {"elsewhere", {0, 0}}};
+    for (const auto& [name, place] : rows) {
+        manager.moveTo(name);
+        EXPECT_EQ(AccessibilityElement(sim, window).position(), place) << name;
     }
 }
 
@@ -153,24 +154,20 @@ TEST_F(SwipeManagerTest, framesThatCannotBeReadStopTheProcess) {
 TEST_F(SwipeManagerTest, doubleClicksAlternateForEachApplication) {
     const auto sibling = SimulatedDesktop::window("s", 7, {});
     const auto foreign = SimulatedDesktop::window("f", 8, {});
-    const struct {
-        ElementPtr target;
-        bool maximizing, centering;
-        double width; ///< 1440 maximized, 720 centered, 300 left alone
-    } rows[] = {
+    // Which halves are on, and the width after it: 1440 maximized, 720 centered, 300 left alone.
+    const std::tuple<ElementPtr, bool, bool, double> rows[] = {
         {window, true, true, 1440}, {sibling, true, true, 720},  {foreign, true, true, 1440},
         {window, true, true, 1440}, {window, true, false, 1440}, {window, false, false, 300},
         {window, false, true, 720}, {window, true, true, 720},   {foreign, true, true, 720},
         {window, true, true, 1440},
     };
-    for (const auto& row : rows) {
-        sim.focus(row.target);
-        row.target->attributes[ax::size].value = AXValue(Size{300, 200});
-        maximizingEnabled = row.maximizing;
-        centeringEnabled = row.centering;
+    for (const auto& [target, maximizing, centering, width] : rows) {
+        sim.focus(target);
+        target->attributes[ax::size].value = AXValue(Size{300, 200});
+        maximizingEnabled = maximizing;
+        centeringEnabled = centering;
         manager.manageDoubleClick();
-        EXPECT_EQ(AccessibilityElement(sim, row.target).size()->width, row.width)
-            << "row " << &row - rows;
+        EXPECT_EQ(AccessibilityElement(sim, target).size()->width, width) << target->name;
     }
     window->process.reset();
     EXPECT_EQ(logOf([&] { manager.manageDoubleClick(); }), Log{});
