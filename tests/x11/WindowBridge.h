@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/ManagerBarrier.h"
+#include "desktop/Placement.h"
 #include "desktop/TestWindow.h"
 #include "desktop/VirtualDesktop.h"
 #include "desktop/Wait.h"
@@ -19,8 +20,8 @@ class WindowBridge {
 public:
     /// Without a name there is no window manager.
     explicit WindowBridge(const std::string& manager, bool twoMonitors = false)
-        : desktop(optionsOf(manager, twoMonitors)), connection(desktop.server().display().c_str()),
-          barrier_(desktop.server().display()) {}
+        : desktop({.windowManager = manager, .twoMonitors = twoMonitors}),
+          connection(desktop.server().display().c_str()), barrier_(desktop.server().display()) {}
 
     rig::VirtualDesktop desktop;
     Connection connection;
@@ -98,7 +99,12 @@ public:
         service.flushWrites();
     }
 
+    rig::Rect screen() { return desktop.server().screen(); }
     rig::Rect visible(xcb_window_t window) { return rig::visibleFrame(display(), window); }
+    std::string misplacement(xcb_window_t window, rig::Place place, const rig::Rect& monitor) {
+        return rig::misplacement(place, monitor, rig::sizeLimits(display(), window),
+                                 visible(window));
+    }
 
     bool setFullscreen(xcb_window_t window) {
         display().tellManager(window, "_NET_WM_STATE",
@@ -110,19 +116,15 @@ public:
     }
 
 private:
-    static rig::DesktopOptions optionsOf(const std::string& manager, bool twoMonitors) {
-        rig::DesktopOptions options;
-        options.windowManager = manager;
-        options.twoMonitors = twoMonitors;
-        return options;
-    }
-
     rig::ManagerBarrier barrier_;
 };
 
 inline rig::Rect rectOf(const Frame& frame) {
     const Box box = boxOf(frame);
     return {box.x, box.y, box.width, box.height};
+}
+inline Frame frameOf(const rig::Rect& rect) {
+    return {{double(rect.x), double(rect.y)}, {double(rect.width), double(rect.height)}};
 }
 
 } // namespace klova::x11

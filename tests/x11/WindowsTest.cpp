@@ -6,6 +6,8 @@
 namespace klova::x11 {
 namespace {
 
+using rig::Place;
+
 class Windows : public testing::TestWithParam<std::string> {
 protected:
     WindowBridge bridge{GetParam()};
@@ -14,63 +16,24 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Managers, Windows, testing::Values("openbox", "xfwm4"),
                          [](const auto& tested) { return tested.param; });
 
-struct Target {
-    const char* name;
-    double x, y, width, height; // in shares of the monitor
-    bool keepsRight, keepsBottom;
-};
-constexpr Target kTargets[] = {
-    {"left", 0, 0, .5, 1, false, false},       {"right", .5, 0, .5, 1, true, false},
-    {"bottom", 0, .5, 1, .5, false, true},     {"top left", 0, 0, .5, .5, false, false},
-    {"top right", .5, 0, .5, .5, true, false}, {"bottom right", .5, .5, .5, .5, true, true},
-    {"whole", 0, 0, 1, 1, false, false},       {"centre", .25, .25, .5, .5, false, false},
-};
-
-Frame frameOn(const rig::Rect& monitor, const Target& target) {
-    return {{monitor.x + target.x * monitor.width, monitor.y + target.y * monitor.height},
-            {target.width * monitor.width, target.height * monitor.height}};
-}
-
-/// The corner that a window of size `got` takes for a frame it cannot fill exactly.
-rig::Rect anchored(const Target& target, rig::Rect wanted, const rig::Rect& got) {
-    if (target.keepsRight)
-        wanted.x = wanted.right() - got.width;
-    if (target.keepsBottom)
-        wanted.y = wanted.bottom() - got.height;
-    return {wanted.x, wanted.y, got.width, got.height};
-}
-
 TEST_P(Windows, TakeTheExactFrameOrKeepItsEdges) {
-    struct Kind {
-        const char* name;
-        rig::TestWindowOptions options;
-        int slack; // how far its size may be from the wanted one
-    };
-    rig::TestWindowOptions stepped, shadowed, large;
-    stepped.stepX = 7, stepped.stepY = 13;
-    shadowed.shadow = rig::Extents{26, 26, 23, 29};
-    large.minWidth = 800, large.minHeight = 500;
-    const Kind kinds[] = {{"plain", {}, 0},
-                          {"stepped", stepped, 12},
-                          {"shadowed", shadowed, 0},
-                          {"large", large, 90}};
-    const auto& monitor = bridge.desktop.monitors().front();
+    const rig::TestWindowOptions kinds[] = {{.title = "plain"},
+                                            {.title = "stepped", .stepX = 7, .stepY = 13},
+                                            {.title = "large", .minWidth = 800, .minHeight = 500},
+                                            {.title = "shadowed", .shadow = {{26, 26, 23, 29}}}};
     for (const auto& kind : kinds) {
-        rig::TestWindow window(bridge.name(), kind.options);
-        for (const auto& target : kTargets) {
-            SCOPED_TRACE(std::string(kind.name) + ", " + target.name);
-            const Frame wanted = frameOn(monitor, target);
-            const auto element = bridge.focus(window.id());
-            ASSERT_TRUE(element);
-            bridge.snap(element, wanted);
-            EXPECT_EQ(bridge.frame(bridge.focused()), wanted) << "before the manager's answer";
+        rig::TestWindow window(bridge.name(), kind);
+        for (const auto place : {Place::right, Place::bottom, Place::topLeft, Place::bottomRight,
+                                 Place::wholeScreen, Place::centre}) {
+            SCOPED_TRACE(kind.title + " at place " + std::to_string(static_cast<int>(place)));
+            const auto wanted = rig::target(place, bridge.screen());
+            bridge.snap(bridge.focus(window.id()), frameOf(wanted));
+            EXPECT_EQ(bridge.frame(bridge.focused()), frameOf(wanted))
+                << "before the manager's answer";
             ASSERT_TRUE(bridge.settle());
-            const auto got = bridge.visible(window.id());
-            const auto rect = rectOf(wanted);
-            EXPECT_EQ(got, anchored(target, rect, got));
-            EXPECT_LE(std::abs(got.width - rect.width), kind.slack);
-            EXPECT_LE(std::abs(got.height - rect.height), kind.slack);
-            EXPECT_EQ(rectOf(*bridge.frame(bridge.focused())), got) << "after the answer";
+            EXPECT_EQ(bridge.misplacement(window.id(), place, bridge.screen()), "");
+            EXPECT_EQ(rectOf(*bridge.frame(bridge.focused())), bridge.visible(window.id()))
+                << "after the answer";
         }
         window.destroy();
     }
@@ -78,13 +41,13 @@ TEST_P(Windows, TakeTheExactFrameOrKeepItsEdges) {
 
 TEST_P(Windows, LeaveMaximizedAndFullscreenForASnap) {
     rig::TestWindow window(bridge.name());
-    const Frame half{{720, 0}, {720, 900}};
+    const auto half = rig::target(Place::right, bridge.screen());
     for (const bool fullscreen : {false, true}) {
         ASSERT_TRUE(fullscreen ? bridge.setFullscreen(window.id())
                                : rig::maximize(bridge.display(), window.id()));
-        bridge.snap(bridge.focus(window.id()), half);
+        bridge.snap(bridge.focus(window.id()), frameOf(half));
         ASSERT_TRUE(bridge.settle());
-        EXPECT_EQ(bridge.visible(window.id()), rectOf(half)) << "fullscreen: " << fullscreen;
+        EXPECT_EQ(bridge.visible(window.id()), half) << "fullscreen: " << fullscreen;
         EXPECT_FALSE(rig::isMaximized(bridge.display(), window.id()));
         EXPECT_FALSE(bridge.isFullscreen(window.id()));
     }
@@ -193,10 +156,7 @@ TEST_P(Windows, WithdrawnAreNotBroughtBack) {
 TEST_P(Windows, BelongToTheProcessThatMadeThem) {
     ASSERT_EQ(bridge.workspace.frontmostApplication()->processIdentifier, kDesktopProcess);
     EXPECT_EQ(bridge.focused(), nullptr);
-    rig::TestWindowOptions lying;
-    lying.process = 1;
-    lying.windowClass = "Liar";
-    rig::TestWindow window(bridge.name(), lying);
+    rig::TestWindow window(bridge.name(), {.windowClass = "Liar", .process = 1});
     const auto element = bridge.focus(window.id());
     EXPECT_EQ(bridge.service.AXUIElementGetPid(element), ::getpid());
     const auto applications = bridge.workspace.runningApplications();
@@ -255,16 +215,12 @@ TEST(Monitors, AreReadAnewWithTheirScale) {
     EXPECT_EQ(bridge.screens.mainScreen().value().backingScaleFactor, 1.5);
 
     // A window of fixed steps keeps the inner monitor's edges, not those of the whole screen.
-    rig::TestWindowOptions stepped;
-    stepped.stepX = 6, stepped.stepY = 13;
-    rig::TestWindow window(bridge.name(), stepped);
+    rig::TestWindow window(bridge.name(), {.stepX = 6, .stepY = 13});
     for (const auto& monitor : monitors) {
-        const auto& target = kTargets[5];
         ASSERT_TRUE(rig::maximize(bridge.display(), window.id()));
-        bridge.snap(bridge.focus(window.id()), frameOn(monitor, target));
+        bridge.snap(bridge.focus(window.id()), frameOf(rig::target(Place::bottomRight, monitor)));
         ASSERT_TRUE(bridge.settle());
-        const auto got = bridge.visible(window.id());
-        EXPECT_EQ(got, anchored(target, rectOf(frameOn(monitor, target)), got));
+        EXPECT_EQ(bridge.misplacement(window.id(), Place::bottomRight, monitor), "");
     }
 }
 
