@@ -5,7 +5,6 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -19,12 +18,6 @@ using Values = std::optional<std::vector<StoredValue>>;
 std::string contents(const fs::path& path) {
     std::ifstream stream(path);
     return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-struct stat statusOf(const fs::path& path) {
-    struct stat status {};
-    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
-    return status;
 }
 
 class JsonPreferencesStoreTest : public testing::Test {
@@ -50,16 +43,14 @@ protected:
 
 TEST_F(JsonPreferencesStoreTest, readsEachKindAndCoercesNone) {
     const auto largest = std::numeric_limits<std::int64_t>::max();
-    const std::vector<std::tuple<std::string, bool, std::int64_t, Values>> rows = {
+    const std::tuple<std::string, bool, std::int64_t, Values> rows[] = {
         {"true", true, 0, {}},
         {"\"true\"", false, 0, {}},
-        {"null", false, 0, {}},
         {"1", false, 1, {}},
         {"-3.9", false, -3, {}},
         {"9223372036854775807", false, largest, {}},
         {"9223372036854775808", false, 0, {}},
         {"1e300", false, 0, {}},
-        {"{\"0\": 1}", false, 0, {}},
         {"[]", false, 0, Values{std::in_place}},
         {"[55, \"x\", true, null, [1]]", false, 0, Values{{55L, "x", true, {}, {}}}},
         {"[-1, 5.5, 18446744073709551615, 1e20]", false, 0, Values{{-1L, 5.5, 0x1p64, 1e20}}}};
@@ -76,8 +67,8 @@ TEST_F(JsonPreferencesStoreTest, readsEachKindAndCoercesNone) {
 
 TEST_F(JsonPreferencesStoreTest, savesWithoutLosingWhatItDoesNotKnow) {
     JsonPreferencesStore(file).setBool(true, "k");
-    EXPECT_EQ(statusOf(file).st_mode & 0777U, 0600U);
-    EXPECT_EQ(statusOf(file.parent_path()).st_mode & 0777U, 0700U);
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0600));
+    EXPECT_EQ(fs::status(file.parent_path()).permissions(), fs::perms(0700));
 
     put(R"({"theirs": {"deep": 1.5}, "k": 8})");
     fs::permissions(file, fs::perms(0640));
@@ -86,10 +77,10 @@ TEST_F(JsonPreferencesStoreTest, savesWithoutLosingWhatItDoesNotKnow) {
     store.setArray(std::vector<StoredValue>{55L}, "k");
     EXPECT_EQ(contents(file), "{\n    \"theirs\": {\n        \"deep\": 1.5\n    },\n"
                               "    \"k\": [\n        55\n    ]\n}\n");
-    const auto before = statusOf(file);
+    fs::last_write_time(file, {});
     store.setArray(std::vector<StoredValue>{55L}, "k");
-    EXPECT_EQ(statusOf(file).st_ino, before.st_ino) << "nothing differs, nothing is written";
-    EXPECT_EQ(before.st_mode & 0777U, 0640U);
+    EXPECT_EQ(fs::last_write_time(file), fs::file_time_type{}) << "nothing differs, so no write";
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
     EXPECT_EQ(filesInFolder(), 1);
 
     fs::remove(file);
@@ -102,9 +93,13 @@ TEST_F(JsonPreferencesStoreTest, savesWithoutLosingWhatItDoesNotKnow) {
 TEST_F(JsonPreferencesStoreTest, keepsEachBrokenFileAndStartsAfresh) {
     const std::string deep(200'000, '[');
     std::string kept = file.native() + ".broken";
-    for (const std::string& text :
-         {std::string(), std::string("{\"k\": tr"), std::string("[true]"), deep,
-          "{\"k\": " + deep + std::string(deep.size(), ']') + "}", std::string(2'000'000, ' ')}) {
+    const std::string texts[] = {"",
+                                 R"({"k": tr)",
+                                 "[true]",
+                                 deep,
+                                 "{\"k\": " + deep + std::string(deep.size(), ']') + "}",
+                                 std::string(2'000'000, ' ')};
+    for (const std::string& text : texts) {
         put(text);
         testing::internal::CaptureStderr();
         JsonPreferencesStore store(file);

@@ -69,22 +69,6 @@ TEST_P(Windows, DraggedKeepTheirSizeAndFullscreenOnesTheirPlace) {
     EXPECT_EQ(bridge.frame(bridge.focused())->origin, Point{}) << "a refused write stays written";
 }
 
-/// Each step reads, adds and writes, much faster than any manager answers.
-TEST_P(Windows, FollowAThousandStepsExactly) {
-    rig::TestWindow window(bridge.name());
-    bridge.snap(bridge.focus(window.id()), {{100, 100}, {400, 300}});
-    ASSERT_TRUE(bridge.settle());
-    for (int step = 0; step < 1000; ++step) {
-        const auto element = bridge.focused();
-        ASSERT_TRUE(element) << "step " << step;
-        const auto origin = bridge.frame(element)->origin;
-        bridge.write(element, ax::position, Point{origin.x + step % 2, origin.y + (step % 5 == 0)});
-        bridge.pump();
-    }
-    ASSERT_TRUE(bridge.settle());
-    EXPECT_EQ(bridge.visible(window.id()), (rig::Rect{600, 300, 400, 300}));
-}
-
 TEST_P(Windows, AreWholeOrNoneWhenTheyVanish) {
     auto window = std::make_unique<rig::TestWindow>(bridge.name());
     const auto element = bridge.focus(window->id());
