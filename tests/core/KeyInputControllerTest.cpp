@@ -98,14 +98,14 @@ TEST_F(KeyInputControllerTest, dragsWhileArmedAndNoPanelIsOpen) {
 }
 
 TEST_F(KeyInputControllerTest, everyWatchedEventEnablesTheTapAgain) {
-    for (EventTapPort* tap :
-         {static_cast<EventTapPort*>(nullptr), static_cast<EventTapPort*>(&sim)})
-        for (const std::uint32_t type : {1U, 2U, 3U, 4U, 5U, 6U, 10U, 11U, 12U}) {
-            const bool watched = type != 2 && type != 4 && type != 6;
-            eventTap = tap;
-            sim.send({static_cast<EventType>(type), 40});
-            EXPECT_EQ(sim.takeLog(), watched && tap ? Log{"tap on"} : Log{}) << type;
-        }
+    sim.send({EventType::keyDown, 40});
+    EXPECT_EQ(sim.takeLog(), Log{}) << "there is no tap yet";
+    eventTap = &sim;
+    for (const std::uint32_t type : {1U, 2U, 3U, 4U, 5U, 6U, 10U, 11U, 12U}) {
+        const bool watched = type != 2 && type != 4 && type != 6;
+        sim.send({static_cast<EventType>(type), 40});
+        EXPECT_EQ(sim.takeLog(), watched ? Log{"tap on"} : Log{}) << type;
+    }
 }
 
 TEST_F(CoreTest, theControllerStartsOnlyWithPermission) {
@@ -118,8 +118,7 @@ TEST_F(CoreTest, theControllerStartsOnlyWithPermission) {
         {{false, false, false},
          0,
          false,
-         {"prompt", "activate", "alert", "prompt", "terminate", "terminate"}},
-    };
+         {"prompt", "activate", "alert", "prompt", "terminate", "terminate"}}};
     for (const auto& [answers, alertAnswer, enabled, log] : rows) {
         sim.trusted = answers;
         sim.alertAnswer = alertAnswer;

@@ -45,10 +45,8 @@ SimulatedDesktop::~SimulatedDesktop() {
 }
 
 ElementPtr SimulatedDesktop::application(ProcessId process) {
-    auto& element = applications_[process];
-    if (element == nullptr)
-        element = std::make_shared<SimulatedElement>("app" + std::to_string(process));
-    return element;
+    const auto element = std::make_shared<SimulatedElement>("app" + std::to_string(process));
+    return applications_.try_emplace(process, element).first->second;
 }
 
 ElementPtr SimulatedDesktop::window(const std::string& name, ProcessId process,

@@ -29,18 +29,17 @@ TEST(HeldKeys, TellEachTransitionOnce) {
         {"SOC!!sc", "55 . 59 55 . . 59 "},
         {"SCOs!S", "55 59 . . 55 55 "},
     };
-    const std::map<char, PhysicalKey> keys = {{'S', {5, 133}}, {'O', {9, 133}}, {'C', {5, 37}}};
+    const std::map<char, std::pair<PhysicalKey, KeyCode>> keys = {
+        {'S', {{5, 133}, 55}}, {'O', {{9, 133}, 55}}, {'C', {{5, 37}, 59}}, {'X', {{5, 37}, 56}}};
     for (const auto& [steps, expected] : rows) {
         HeldKeys held;
         std::string told;
         for (const char step : steps) {
-            const char name = step == 'X' ? 'C' : static_cast<char>(step & ~0x20);
-            const KeyCode code = step == 'X' ? 56 : name == 'C' ? 59 : 55;
+            const auto& [key, code] = keys.at(static_cast<char>(step == '!' ? 'S' : step & ~0x20));
             std::vector<KeyCode> codes;
             if (step == '!')
                 codes = held.keepOnly([](auto keycode) { return keycode == 37; });
-            else if (const auto one =
-                         step < 'a' ? held.press(keys.at(name), code) : held.release(keys.at(name)))
+            else if (const auto one = step < 'a' ? held.press(key, code) : held.release(key))
                 codes.push_back(*one);
             for (const KeyCode each : codes)
                 told += std::to_string(each) + ' ';
@@ -51,14 +50,10 @@ TEST(HeldKeys, TellEachTransitionOnce) {
 }
 
 TEST(ClickCounter, CountsPressesOfOneButtonSoonAndNear) {
-    struct Press {
-        std::uint32_t button, time;
-        Point place;
-        std::int64_t state;
-    };
+    // Button, time, place and click state.
+    using Press = std::tuple<std::uint32_t, std::uint32_t, Point, std::int64_t>;
     const Press first{1, 1000, {50, 50}, 1}, beforeTheWrap{1, 0xFFFFFFFF - 99, {}, 1};
     const std::vector<Press> rows[] = {
-        {first, {1, 1399, {50, 50}, 2}},
         {first, {1, 1400, {50, 50}, 2}},
         {first, {1, 1401, {50, 50}, 1}},
         {first, {1, 1100, {55, 45}, 2}},
@@ -184,14 +179,13 @@ TEST(ClickLimits, AreTheDefaultsWhereThePropertyIsNonsense) {
                        start(2).setting(1, "Net/ThemeName", {0xFFFFFFFF}),
                        start(2).number(0xFFFF0000),
                        start(2).setting(3, "Net/DoubleClickDistance", {9}),
-                       start(4)
+                       start(3)
                            .setting(1, "Net/DoubleClickTime", {4, 250})
-                           .setting(0, "Net/DoubleClickDistance", {1001})
-                           .setting(0, "Net/DoubleClickTime", {10'001}),
+                           .setting(0, "Net/DoubleClickDistance", {1001}),
                        Property{}.number(1).number(7).number(1)}; // of the other byte order
-    for (std::size_t i = 0; i < std::size(rows); ++i) {
-        rows[i].setting(0, i == 4 ? "Other" : "Net/DoubleClickTime", {250});
-        EXPECT_EQ(parseClickLimits(rows[i].bytes), ClickLimits{}) << i;
+    for (auto& row : rows) {
+        row.setting(0, "Net/DoubleClickTime", {&row == &rows[4] ? 10'001U : 250U});
+        EXPECT_EQ(parseClickLimits(row.bytes), ClickLimits{}) << "row " << &row - rows;
     }
 }
 
