@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <tuple>
 #include <vector>
 
 namespace klova::x11 {
@@ -15,7 +16,9 @@ namespace klova::x11 {
 struct PhysicalKey {
     std::uint16_t device = 0;
     std::uint8_t keycode = 0;
-    auto operator<=>(const PhysicalKey&) const = default;
+    bool operator<(const PhysicalKey& other) const {
+        return std::tie(device, keycode) < std::tie(other.device, other.keycode);
+    }
 };
 
 /// Turns several overlapping streams of presses and releases into exact transitions: the same
