@@ -1,6 +1,7 @@
 #include "desktop/Injector.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <stdexcept>
 #include <thread>
 #include <xcb/xtest.h>
@@ -25,6 +26,11 @@ xcb_keycode_t Injector::keyCode(xcb_keysym_t symbol) {
         if (symbols[std::size_t{i} * reply->keysyms_per_keycode] == symbol)
             return static_cast<xcb_keycode_t>(setup->min_keycode + i);
     throw std::runtime_error("no key has the keysym " + std::to_string(symbol));
+}
+
+void Injector::setSpacing(std::chrono::microseconds spacing) {
+    const char* pace = std::getenv("KLOVA_PACE");
+    spacing_ = spacing * (pace != nullptr ? std::max(1, std::atoi(pace)) : 1);
 }
 
 void Injector::tap(xcb_keysym_t symbol) {
