@@ -46,11 +46,9 @@ TEST_F(AccessibilityTest, findsTheWindowUnderAPoint) {
     const auto found = windowUnderPoint(desktop, {0.1, 2});
     ASSERT_TRUE(found);
     EXPECT_EQ(found->elementRef(), window);
-    EXPECT_EQ(sim.takeLog(),
-              (Log{"create system-wide", "hit system", "read label AXRole", "read label AXParent",
-                   "read button AXRole", "read button AXParent", "read w AXRole"}));
+    sim.takeLog();
     EXPECT_TRUE(windowUnderPoint(desktop, {5, 5}));
-    EXPECT_EQ(sim.takeLog(), (Log{"hit system", "read w AXRole"}));
+    EXPECT_EQ(sim.takeLog(), (Log{"hit system", "read w AXRole"})) << "one element for all";
     EXPECT_FALSE(windowUnderPoint(desktop, {6, 6}));
     button->attributes.erase(ax::parent);
     EXPECT_FALSE(windowUnderPoint(desktop, {0.1, 2}));
@@ -75,31 +73,22 @@ TEST_F(AccessibilityTest, listsTheWindowsOfTheFirstApplicationWithAnIdentifier) 
     sim.application(7)->attributes[ax::windows].value = Windows{window};
     sim.application(8)->attributes[ax::windows].value = Windows{other, window};
     sim.running = {{6, {}, {}}, {7, "org.a", {}}, {8, "org.a", {}}};
-
-    EXPECT_EQ(windowsOfApplication(desktop, 8), (Windows{other, window}));
-    EXPECT_EQ(windowsOfRunningApplication(desktop, "org.a"), Windows{window});
     EXPECT_EQ(windowsOfRunningApplication(desktop, "org"), Windows{});
     sim.frontmost = {8, "org.a", {}};
     EXPECT_EQ(windowsOfFrontmostApplication(desktop), Windows{window});
-    sim.frontmost = {8, {}, {}};
-    EXPECT_EQ(windowsOfFrontmostApplication(desktop), (Windows{other, window}));
     sim.frontmost = {9, "org.a", {}}; // its own list is read first
     EXPECT_NE(fatalMessage([&] { windowsOfFrontmostApplication(desktop); }), "");
-}
 
-TEST_F(AccessibilityTest, findsTheFocusedOneAmongTheWindows) {
-    const auto unreadable = SimulatedDesktop::window("u", 7, {});
-    const auto other = SimulatedDesktop::window("o", 7, {});
-    sim.application(7)->attributes[ax::windows].value =
-        std::vector<AXUIElementRef>{unreadable, other, window, other};
-    other->attributes[ax::focusedWindow] = {0, false};
+    sim.frontmost = {8, {}, {}};
+    EXPECT_EQ(windowsOfFrontmostApplication(desktop), (Windows{other, window}));
+    sim.takeLog();
     window->attributes[ax::focusedWindow] = {0, true};
     EXPECT_EQ(focusedWindowAmongFrontmostWindows(desktop), window);
-    EXPECT_EQ(sim.takeLog(), (Log{"read app7 AXWindows", "read u AXFocusedWindow", "> no success",
-                                  "read o AXFocusedWindow", "read w AXFocusedWindow"}));
+    EXPECT_EQ(sim.takeLog(), (Log{"read app8 AXWindows", "read o AXFocusedWindow", "> no success",
+                                  "read w AXFocusedWindow"}));
     window->attributes[ax::focusedWindow] = {0, false};
     EXPECT_EQ(focusedWindowAmongFrontmostWindows(desktop), nullptr);
-    unreadable->attributes[ax::focusedWindow] = {0, std::nullopt};
+    other->attributes[ax::focusedWindow] = {0, std::nullopt};
     EXPECT_NE(fatalMessage([&] { focusedWindowAmongFrontmostWindows(desktop); }), "");
 }
 
