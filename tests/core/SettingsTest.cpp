@@ -1,7 +1,6 @@
 #include "core/SimulatedDesktop.h"
 #include "input/ActivationKeys.h"
 #include "settings/DataStorageManager.h"
-#include "settings/PrivilegeManager.h"
 
 namespace klova::test {
 namespace {
@@ -72,16 +71,6 @@ TEST_F(SettingsTest, aNumberThatIsNoKeyCodeStopsTheProcess) {
                   "/home/somebody/preferences.json: activationKeys holds " + std::string(text) +
                       ", which is no key code");
     }
-}
-
-TEST_F(SettingsTest, privilegesAreNotedOnlyWhereTheSecondLookFindsThem) {
-    sim.alertAnswer = 0;
-    PrivilegeManager privileges(desktop);
-    EXPECT_TRUE(privileges.acquirePrivileges());
-    EXPECT_FALSE(privileges.hasPrivileges());
-    sim.trusted = {true, false};
-    EXPECT_FALSE(privileges.acquirePrivileges());
-    EXPECT_TRUE(privileges.hasPrivileges());
 }
 
 } // namespace

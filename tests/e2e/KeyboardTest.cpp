@@ -75,9 +75,6 @@ protected:
         EXPECT_TRUE(down.empty()) << *down.begin() << " is stuck: " << what;
     }
 
-    /// Klova says before each event which of its keys are down.
-    bool actedOnLeft() { return klova.process().output().find("123") != std::string::npos; }
-
     VirtualDesktop desktop{{.windowManager = GetParam()}};
     Display& display = desktop.display();
     TestWindow window{desktop.server().display()};
@@ -129,7 +126,6 @@ TEST_P(KeyboardTest, RightHandKeysDoNotArmAndReachTheWindow) {
     EXPECT_EQ(visibleFrame(display, window.id()), before);
     chord(kActivation, XKB_KEY_Up);
     expectPlace(Place::top, "left-hand keys");
-    EXPECT_FALSE(actedOnLeft());
 }
 
 TEST_P(KeyboardTest, LayoutsSwapModifiersByMeaningAndKeepLettersByPlace) {
@@ -217,32 +213,25 @@ TEST_P(KeyboardTest, AnOpenMenuKeepsTheKeysUntilItCloses) {
     EXPECT_TRUE(waitUntil(display, "Klova's turn", [&] { return keyboardGrabbed(display); }));
     hands.tap(XKB_KEY_Up);
     expectPlace(Place::top, "after the menu");
-    EXPECT_FALSE(actedOnLeft());
+    EXPECT_EQ(klova.process().output().find("123"), std::string::npos) << "never told of Left";
     release(kActivation);
     expectNoLeak("menu");
 }
 
 TEST_P(KeyboardTest, OtherActivationKeysArmInTheirTurn) {
-    const auto restart = [&](const std::string& keys, xcb_keysym_t last, std::uint32_t others) {
-        klova.process().signal(SIGTERM);
-        EXPECT_EQ(klova.process().waitExit(kDeadline), 0);
-        writeFile(desktop.session().config() / "klova" / "preferences.json",
-                  R"({"isNotFirstTime": true, "activationKeys": [)" + keys + "]}");
-        klova.process() = desktop.launch({KLOVA_BINARY});
-        require(display, "Klova",
-                [&] { return keyReserved(display, hands.keyCode(last), others); });
-    };
-    restart("58", XKB_KEY_Alt_L, 0);
+    klova.process().signal(SIGTERM);
+    EXPECT_EQ(klova.process().waitExit(kDeadline), 0);
+    writeFile(desktop.session().config() / "klova" / "preferences.json",
+              R"({"isNotFirstTime": true, "activationKeys": [58]})");
+    klova.process() = desktop.launch({KLOVA_BINARY});
+    require(display, "Klova",
+            [&] { return keyReserved(display, hands.keyCode(XKB_KEY_Alt_L), 0); });
     chord({XKB_KEY_Alt_L}, XKB_KEY_Right);
     expectPlace(Place::right, "Option alone");
     expectNoLeak("Option alone");
     chord({XKB_KEY_Super_L}, XKB_KEY_Left);
     const int arrow = hands.keyCode(XKB_KEY_Left), super = hands.keyCode(XKB_KEY_Super_L);
     EXPECT_EQ(received(), (std::vector{super, arrow, -arrow, -super}));
-    restart("56, 59", XKB_KEY_Shift_L, XCB_MOD_MASK_CONTROL);
-    chord({XKB_KEY_Shift_L, XKB_KEY_Control_L}, XKB_KEY_w);
-    expectPlace(Place::top, "Shift and Ctrl");
-    expectNoLeak("Shift and Ctrl");
 }
 
 TEST_P(KeyboardTest, NothingStaysGrabbed) {

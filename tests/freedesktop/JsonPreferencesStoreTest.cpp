@@ -151,11 +151,12 @@ TEST_F(JsonPreferencesStoreTest, aKillAtAnyMomentLeavesTheOldOrTheNewFile) {
 
 TEST_F(JsonPreferencesStoreTest, aRelativeConfigurationFolderIsIgnored) {
     ::setenv("HOME", "/home/someone", 1);
-    for (const std::string configured : {"/etc/xdg", "", "relative/path"}) {
-        ::setenv("XDG_CONFIG_HOME", configured.c_str(), 1);
-        EXPECT_EQ(configurationFolder(),
-                  (configured == "/etc/xdg" ? configured : "/home/someone/.config") + "/klova");
+    for (const char* configured : {"", "relative/path"}) {
+        ::setenv("XDG_CONFIG_HOME", configured, 1);
+        EXPECT_EQ(configurationFolder(), "/home/someone/.config/klova");
     }
+    ::setenv("XDG_CONFIG_HOME", "/etc/xdg", 1);
+    EXPECT_EQ(configurationFolder(), "/etc/xdg/klova");
 }
 
 } // namespace

@@ -21,7 +21,6 @@ TEST(HeldKeys, TellEachTransitionOnce) {
     const std::pair<std::string, std::string> rows[] = {
         {"SSss", "55 . 55 . "},
         {"sSs", ". 55 55 "},
-        {"SSs", "55 . 55 "},
         {"SCScsC", "55 59 . 59 55 59 "},
         {"SOso", "55 . . 55 "},
         {"OSoSs", "55 . . . 55 "},
