@@ -55,7 +55,8 @@ private:
 InputBridge::InputBridge(Connection& connection, Screens& screens)
     : state_{connection}, keys_(state_), pointer_(state_, screens) {
     selectKeyboardEvents(connection);
-    selectXInputEvents(connection, kAllMasters, kWatchedEvents);
+    selectXInputEvents(connection, kMasterKeyboard, kWatchedKeys);
+    selectXInputEvents(connection, kMasterPointer, kWatchedButtons);
     selectXInputEvents(connection, kAllDevices, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
     connection.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
     state_.capsLocked = capsLockIsOn(connection);
@@ -101,7 +102,9 @@ void InputBridge::handle(const xcb_generic_event_t& event) {
         else
             keyMapChanged_ = true;
     } else if (type == XCB_MAPPING_NOTIFY) {
-        keyMapChanged_ = true;
+        if (reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request !=
+            XCB_MAPPING_POINTER)
+            keyMapChanged_ = true;
     } else if (type == XCB_PROPERTY_NOTIFY) {
         const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
         if (property.window == state_.connection.root() &&

@@ -28,6 +28,11 @@ std::vector<std::uint32_t> statesThatContain(std::uint32_t modifiers, const KeyM
     return states;
 }
 
+/// Only the first pair of masters is ever answered: a device of another pair would stay frozen.
+xcb_input_device_id_t masterOf(const PassiveGrab& grab) {
+    return grab.kind == PassiveGrab::Kind::key ? kMasterKeyboard : kMasterPointer;
+}
+
 xcb_input_xi_passive_grab_device_cookie_t request(Connection& connection, const PassiveGrab& grab) {
     const bool isKey = grab.kind == PassiveGrab::Kind::key;
     // A key holds the pointer back too, so that a click right after it waits for the verdict (and
@@ -36,7 +41,7 @@ xcb_input_xi_passive_grab_device_cookie_t request(Connection& connection, const 
     const std::uint32_t mask = isKey ? kKeyMask : kButtonMask;
     return xcb_input_xi_passive_grab_device(
         connection.get(), XCB_CURRENT_TIME, connection.root(), XCB_CURSOR_NONE, grab.detail,
-        kAllMasters, static_cast<std::uint16_t>(grab.modifierStates.size()), 1,
+        masterOf(grab), static_cast<std::uint16_t>(grab.modifierStates.size()), 1,
         static_cast<std::uint8_t>(grab.kind), XCB_INPUT_GRAB_MODE_22_SYNC,
         static_cast<std::uint8_t>(paired), 0, &mask, grab.modifierStates.data());
 }
@@ -89,7 +94,7 @@ void PassiveGrabs::renew() {
 PassiveGrabs::~PassiveGrabs() {
     for (const PassiveGrab& grab : grabs_)
         xcb_input_xi_passive_ungrab_device(
-            connection_.get(), connection_.root(), grab.detail, kAllMasters,
+            connection_.get(), connection_.root(), grab.detail, masterOf(grab),
             static_cast<std::uint16_t>(grab.modifierStates.size()),
             static_cast<std::uint8_t>(grab.kind), grab.modifierStates.data());
 }

@@ -129,7 +129,6 @@ void PointerInput::draggedOutside() {
     // Armed, but unable to hold anything back: the drag belongs to whoever holds the keyboard.
     if (state_.armed() && !state_.tap->ownsKeyboard())
         return;
-    state_.place = queryPointer(state_.connection);
     state_.monitors.deliver(state_.event(EventType::leftMouseDragged));
 }
 
@@ -140,9 +139,9 @@ void PointerInput::selectMotion() {
     if (wanted == motionSelected_)
         return;
     motionSelected_ = wanted;
-    selectXInputEvents(state_.connection, kAllMasters,
-                       wanted ? kWatchedEvents | XCB_INPUT_XI_EVENT_MASK_RAW_MOTION
-                              : kWatchedEvents);
+    selectXInputEvents(state_.connection, kMasterPointer,
+                       wanted ? kWatchedButtons | XCB_INPUT_XI_EVENT_MASK_RAW_MOTION
+                              : kWatchedButtons);
 }
 
 } // namespace klova::x11

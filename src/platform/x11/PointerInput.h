@@ -57,9 +57,10 @@ private:
     bool motionSelected_ = false;
 };
 
-/// The events of all master devices that are watched at all times.
-inline constexpr std::uint32_t kWatchedEvents =
-    XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE |
+/// What is watched at all times.
+inline constexpr std::uint32_t kWatchedKeys =
+    XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+inline constexpr std::uint32_t kWatchedButtons =
     XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
 
 } // namespace klova::x11

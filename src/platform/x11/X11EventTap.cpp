@@ -19,9 +19,9 @@ X11EventTap::X11EventTap(Connection& connection, std::uint64_t mask, TapClient& 
 
 X11EventTap::~X11EventTap() {
     releasePointer();
+    passive_.reset();
     waitForSwallowedKeys();
     releaseKeyboard();
-    passive_.reset();
     connection_.flush();
 }
 
@@ -78,7 +78,10 @@ bool X11EventTap::takeKeyboard() {
 }
 
 void X11EventTap::releaseKeyboard() {
-    if (!ownsKeyboard_)
+    // An event that waits for its answer ends the grab by that answer.
+    if (!ownsKeyboard_ || connection_.isWaiting([this](const auto& event) {
+            return isGrabbedKey(connection_, event);
+        }))
         return;
     xcb_input_xi_ungrab_device(connection_.get(), XCB_CURRENT_TIME, kMasterKeyboard);
     keyboardGone();
@@ -91,18 +94,18 @@ void X11EventTap::keyboardGone() {
 }
 
 void X11EventTap::swallowKey(PhysicalKey physical, bool press) {
-    if (press)
-        swallowedKeys_.insert(physical);
-    else
-        swallowedKeys_.erase(physical);
-    allowEvents(connection_, kMasterKeyboard, Allow::untilNextEvent);
+    swallow(swallowedKeys_, physical, press);
 }
 
 void X11EventTap::swallowModifier(PhysicalKey physical, bool press) {
+    swallow(swallowedModifiers_, physical, press);
+}
+
+void X11EventTap::swallow(std::set<PhysicalKey>& down, PhysicalKey physical, bool press) {
     if (press)
-        swallowedModifiers_.insert(physical);
+        down.insert(physical);
     else
-        swallowedModifiers_.erase(physical);
+        down.erase(physical);
     allowEvents(connection_, kMasterKeyboard, Allow::untilNextEvent);
 }
 
@@ -141,8 +144,12 @@ void X11EventTap::waitForSwallowedKeys() {
                 return;
             continue;
         }
-        if (!isGrabbedKey(connection_, *event))
+        if (!isGrabbedKey(connection_, *event)) {
+            // A click may have been frozen before the passive grabs went.
+            allowEvents(connection_, kMasterPointer, Allow::replay);
+            connection_.flush();
             continue;
+        }
         const auto& key = reinterpret_cast<const KeyEvent&>(*event);
         const PhysicalKey physical{key.sourceid, static_cast<std::uint8_t>(key.detail)};
         const bool press = key.event_type == XCB_INPUT_KEY_PRESS;

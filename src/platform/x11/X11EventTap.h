@@ -84,6 +84,7 @@ public:
     void releasePointer();
 
 private:
+    void swallow(std::set<PhysicalKey>& down, PhysicalKey physical, bool press);
     void keyboardGone();
     void waitForSwallowedKeys();
 

@@ -19,7 +19,6 @@ using RawButtonEvent = xcb_input_raw_button_press_event_t;
 /// The server's first master pair; their ids are fixed.
 inline constexpr xcb_input_device_id_t kMasterPointer = 2;
 inline constexpr xcb_input_device_id_t kMasterKeyboard = 3;
-inline constexpr xcb_input_device_id_t kAllMasters = 1;
 inline constexpr xcb_input_device_id_t kAllDevices = 0;
 
 /// What a frozen device does next.
