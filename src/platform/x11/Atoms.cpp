@@ -13,7 +13,7 @@ namespace klova::x11 {
 Atoms::Atoms(xcb_connection_t* connection) {
     using Entry = std::pair<std::string_view, xcb_atom_t*>;
     const std::array entries = {
-#define KLOVA_ATOM_ENTRY(name) Entry{#name, &name},
+#define KLOVA_ATOM_ENTRY(name) Entry{#name, &(name)},
         KLOVA_ATOMS(KLOVA_ATOM_ENTRY)
 #undef KLOVA_ATOM_ENTRY
     };

@@ -15,7 +15,7 @@ void KeyInput::watched(const RawKeyEvent& event, bool press) {
     const PhysicalKey physical = physicalKey(event.sourceid, event.detail);
     const KeyCode code = state_.map.codes[physical.keycode];
     if (state_.tap != nullptr)
-        state_.tap->keyboardEscaped();
+        state_.tap->keyboardEscaped(event.full_sequence);
     if (press ? isModifier(code) : state_.held.holds(physical)) {
         if (!press || !focusIsOwn(state_.connection))
             tell(physical, code, press);

@@ -63,6 +63,7 @@ bool X11EventTap::takeFrozenKeyboard() {
         XCB_INPUT_GRAB_MODE_22_SYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, 0, 1, &mask);
     const auto reply = own(xcb_input_xi_grab_device_reply(connection_.get(), cookie, nullptr));
     ownsKeyboard_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    grabSequence_ = cookie.sequence;
     return ownsKeyboard_;
 }
 

@@ -51,9 +51,12 @@ public:
     /// The same for when no event waits for an answer.
     bool takeKeyboard();
 
-    /// To be called when a key passed by unheld: no grab of ours is in force, whatever became of
-    /// it.
-    void keyboardEscaped() { ownsKeyboard_ = false; }
+    /// To be called when a key passed by unheld: no grab of ours was in force, whatever became of
+    /// it. `sequence` is that of the event, which may be older than the grab.
+    void keyboardEscaped(std::uint32_t sequence) {
+        if (static_cast<std::int32_t>(sequence - grabSequence_) >= 0)
+            ownsKeyboard_ = false;
+    }
 
     /// Gives the keyboard back; for when no event of it waits for an answer.
     void releaseKeyboard();
@@ -93,6 +96,7 @@ private:
     TapClient& client_;
     bool enabled_ = false;
     bool ownsKeyboard_ = false;
+    std::uint32_t grabSequence_ = 0; ///< of the request that last grabbed the keyboard
     bool saidRefusal_ = false;
     std::optional<PassiveGrabs> passive_;
     std::set<PhysicalKey> swallowedKeys_; ///< pressed under the grab and still down
