@@ -129,8 +129,8 @@ void Show::playDrag() {
     perform({{withActivationKeys({"left button"}), "drag"},
              clock,
              [&] {
-                 klova_.hands().pressButton(1);
-                 for (int i = 1; i <= steps; ++i)
+                 klova_.beginDrag(x + 1, y - 1);
+                 for (int i = 2; i <= steps; ++i)
                      klova_.hands().movePointer(x + i, y - i);
                  klova_.hands().releaseButton(1);
              },

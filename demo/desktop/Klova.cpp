@@ -70,6 +70,17 @@ void Klova::doubleClick(int x, int y) {
     hands_.click(1);
 }
 
+void Klova::beginDrag(int x, int y) {
+    hands_.pressButton(1);
+    hands_.movePointer(x, y);
+    auto& display = desktop_.display();
+    waitUntil(display, "the first step of a drag", [&] {
+        const auto pointer = owned(xcb_query_pointer_reply(
+            display.get(), xcb_query_pointer(display.get(), display.root()), nullptr));
+        return pointer != nullptr && pointer->root_x == x && pointer->root_y == y;
+    });
+}
+
 std::string Klova::awaitPlace(xcb_window_t window, Place place, const Rect& screen,
                               std::chrono::milliseconds deadline) {
     auto& display = desktop_.display();

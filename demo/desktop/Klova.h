@@ -30,6 +30,10 @@ public:
     /// last click, or it counts on from there and is no double click.
     void doubleClick(int x, int y);
 
+    /// Presses the left button and makes the first step of a drag, to a place in root pixels;
+    /// returns once the pointer is there, and so once nobody keeps the press back any more.
+    void beginDrag(int x, int y);
+
     /// Waits until the visible frame of the window is in its place; returns what is wrong where
     /// it does not get there.
     std::string awaitPlace(xcb_window_t window, Place place, const Rect& screen,

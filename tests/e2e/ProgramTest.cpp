@@ -3,6 +3,7 @@
 #include "desktop/Injector.h"
 #include "desktop/VirtualDesktop.h"
 #include "desktop/Wait.h"
+#include "desktop/Windows.h"
 
 #include <algorithm>
 #include <array>
@@ -66,6 +67,22 @@ protected:
         for (int i = 0; i < screen.width * 64; ++i)
             if ((pixels[i] & 0xFFFFFFU) == colour)
                 return Rect{i % screen.width, i / screen.width, 1, 1};
+        return std::nullopt;
+    }
+
+    /// Klova's window that no manager has put into a frame.
+    std::optional<Rect> findMenu() {
+        auto& display = desktop.display();
+        const auto tree = owned(xcb_query_tree_reply(
+            display.get(), xcb_query_tree(display.get(), display.root()), nullptr));
+        for (int i = 0; i < tree->children_len; ++i) {
+            const xcb_window_t window = xcb_query_tree_children(tree.get())[i];
+            const auto shown = owned(xcb_get_window_attributes_reply(
+                display.get(), xcb_get_window_attributes(display.get(), window), nullptr));
+            if (shown && shown->map_state == XCB_MAP_STATE_VIEWABLE &&
+                display.text(window, "WM_CLASS").starts_with("klova"))
+                return clientArea(display, window);
+        }
         return std::nullopt;
     }
 
@@ -193,10 +210,11 @@ TEST_F(ProgramTest, theTrayIconShowsWhetherTheGesturesAreArmedAndQuits) {
     const Rect icon = find(resting).value_or(Rect{});
     keyboard.movePointer(icon.x, icon.y);
     keyboard.click(1);
-    ASSERT_TRUE(waitUntil(desktop.display(), "the menu",
-                          [&] { return keyboardGrabbed(desktop.display()); }));
-    keyboard.tap(XKB_KEY_Down);
-    keyboard.tap(XKB_KEY_Return);
+    // Not by asking for its grab, which would be in its way.
+    ASSERT_TRUE(waitUntil(desktop.display(), "the menu", [&] { return findMenu().has_value(); }));
+    const Rect menu = findMenu().value_or(Rect{});
+    keyboard.movePointer(menu.x + menu.width / 2, menu.y + menu.height / 2);
+    keyboard.click(1);
     EXPECT_EQ(klova.waitExit(kDeadline), 0);
 }
 

@@ -183,8 +183,8 @@ TEST_P(TapTest, AThousandStepsOfADragMoveTheWindowByThePointersWay) {
     hands().movePointer(pointAt(0).first, pointAt(0).second);
     hands().setSpacing(1ms);
     klova->holdActivationKeys();
-    hands().pressButton(1);
-    for (int step = 1; step <= steps; ++step)
+    klova->beginDrag(pointAt(1).first, pointAt(1).second);
+    for (int step = 2; step <= steps; ++step)
         hands().movePointer(pointAt(step).first, pointAt(step).second);
     hands().releaseButton(1);
     klova->releaseActivationKeys();
