@@ -14,9 +14,9 @@ bool focusIsOwn(Connection& connection) {
     if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT ||
         focus->focus == connection.root() || !connection.hasXResource())
         return false;
-    const xcb_res_client_id_spec_t spec{focus->focus, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    const xcb_res_client_id_spec_t query{focus->focus, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     const auto ids = own(xcb_res_query_client_ids_reply(
-        connection.get(), xcb_res_query_client_ids(connection.get(), 1, &spec), nullptr));
+        connection.get(), xcb_res_query_client_ids(connection.get(), 1, &query), nullptr));
     if (!ids)
         return false;
     const auto own = xcb_res_query_client_ids_ids_iterator(ids.get());

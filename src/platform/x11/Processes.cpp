@@ -11,9 +11,9 @@ namespace {
 std::optional<ProcessId> knownToServer(Connection& connection, xcb_window_t window) {
     if (!connection.hasXResource())
         return std::nullopt;
-    const xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    const xcb_res_client_id_spec_t query{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     const auto reply = own(xcb_res_query_client_ids_reply(
-        connection.get(), xcb_res_query_client_ids(connection.get(), 1, &spec), nullptr));
+        connection.get(), xcb_res_query_client_ids(connection.get(), 1, &query), nullptr));
     if (!reply)
         return std::nullopt;
     for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;
