@@ -45,7 +45,7 @@ void Placement::note(const WindowSnapshot& now) {
 }
 
 std::optional<Frame> Placement::written() const {
-    if (unsent_ || outstanding())
+    if (unsent_ || outstanding() || (sent_ && sent_->granted))
         return wanted_;
     return std::nullopt;
 }
@@ -76,6 +76,7 @@ void Placement::request(const Box& frame, Clock::time_point now) {
     sent_->client = shrunk(frame, sent_->extents);
     sent_->at = now;
     sent_->answered = false;
+    sent_->granted = false;
     sent_->heard = false;
     sent_->settled.reset();
     takeStatesOff();
@@ -142,13 +143,13 @@ void Placement::onConfigure(const xcb_configure_notify_event_t& event, Clock::ti
         return;
     }
     const bool confirmed = confirms(event);
-    if (unsent_ && (confirmed || !sent_->exact))
+    if (unsent_ && (confirmed || !sent_->exact)) {
         send(now);
-    else if (confirmed && !sent_->statesTaken && sent_->frame == boxOf(wanted_))
-        sent_
-            .reset(); // a correction may rest on a size that was on its way out: it is judged again
-    else
-        sent_->settled = now + kSettling;
+        return;
+    }
+    // A correction that is confirmed may rest on a size that was on its way out.
+    sent_->granted = confirmed && !sent_->statesTaken && sent_->frame == boxOf(wanted_);
+    sent_->settled = now + kSettling;
 }
 
 void Placement::onDecorationChanged(Clock::time_point now) {

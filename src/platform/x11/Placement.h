@@ -49,6 +49,7 @@ private:
         bool exact = false;       ///< a size was written: correct what comes out otherwise
         bool statesTaken = false; ///< maximized or fullscreen was taken off with it
         bool answered = false;    ///< only watched for late changes of the decoration
+        bool granted = false;     ///< announced, though it may not have happened yet (i3)
         bool heard = false;       ///< the window has changed since
         int corrections = 0;      ///< how often it may still be sent again
         Box before;               ///< what came out of the request that this one corrects
@@ -56,7 +57,7 @@ private:
         std::optional<Clock::time_point> settled; ///< when to look at what came out
     };
 
-    bool outstanding() const { return sent_ && !sent_->answered; }
+    bool outstanding() const { return sent_ && !sent_->answered && !sent_->granted; }
     void note(const WindowSnapshot& now);
     void send(Clock::time_point now);
     void request(const Box& frame, Clock::time_point now);
