@@ -2,13 +2,11 @@
 
 #include "platform/x11/Properties.h"
 
-#include <optional>
 #include <xcb/res.h>
 
 namespace klova::x11 {
-namespace {
 
-std::optional<ProcessId> knownToServer(Connection& connection, xcb_window_t window) {
+std::optional<ProcessId> processKnownToServer(Connection& connection, xcb_window_t window) {
     if (!connection.hasXResource())
         return std::nullopt;
     const xcb_res_client_id_spec_t query{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
@@ -24,10 +22,8 @@ std::optional<ProcessId> knownToServer(Connection& connection, xcb_window_t wind
     return std::nullopt;
 }
 
-} // namespace
-
 ProcessId processOf(Connection& connection, xcb_window_t window) {
-    if (const auto process = knownToServer(connection, window))
+    if (const auto process = processKnownToServer(connection, window))
         return *process;
     const auto said = takeItems(
         connection.get(), askProperty(connection.get(), window, connection.atoms()._NET_WM_PID));
