@@ -3,7 +3,7 @@
 
 build_packages=(
     g++ cmake ninja-build pkg-config
-    qt6-base-dev nlohmann-json3-dev libgtest-dev
+    qt6-base-dev qt6-svg-dev nlohmann-json3-dev libgtest-dev
     libx11-dev libxcb1-dev libxcb-xinput-dev libxcb-randr0-dev libxcb-xkb-dev libxcb-res0-dev
     libxcb-xtest0-dev libxcb-shape0-dev libxkbcommon-dev libxkbcommon-x11-dev
 )

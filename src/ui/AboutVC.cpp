@@ -1,0 +1,7 @@
+#include "ui/AboutVC.h"
+
+namespace klova {
+
+void AboutVC::viewDidLoad() {}
+
+} // namespace klova

@@ -1,0 +1,15 @@
+#include "ui/Controller.h"
+
+namespace klova {
+
+ViewController::~ViewController() { delete view_; }
+
+QWidget& ViewController::view() {
+    if (view_ == nullptr) {
+        view_ = new QWidget; // deleted above unless its parent did
+        viewDidLoad();
+    }
+    return *view_;
+}
+
+} // namespace klova

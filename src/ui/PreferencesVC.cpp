@@ -1,0 +1,7 @@
+#include "ui/PreferencesVC.h"
+
+namespace klova {
+
+void PreferencesVC::viewDidLoad() {}
+
+} // namespace klova

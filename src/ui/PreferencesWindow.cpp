@@ -1,0 +1,8 @@
+#include "ui/PreferencesWindow.h"
+
+namespace klova {
+
+PreferencesWindow::PreferencesWindow(const QRect&, std::uint32_t, BackingStore, bool)
+    : PanelWindow({.contentRect = {100, 100, 310, 459}}) {}
+
+} // namespace klova

@@ -1,0 +1,23 @@
+// The round button that closes a panel.
+#pragma once
+
+#include "ui/Palette.h"
+
+#include <QAbstractButton>
+#include <QColor>
+
+namespace klova {
+
+/// As large as the panel, whatever is under it gets the clicks beside its round mark.
+class WindowButton : public QAbstractButton {
+public:
+    explicit WindowButton(const QRect& frame, const QColor& color = palette::kGray);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QColor color_;
+};
+
+} // namespace klova
