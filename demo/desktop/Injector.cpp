@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <stdexcept>
 #include <thread>
+#include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
 namespace klova::rig {
@@ -46,10 +47,32 @@ void Injector::click(std::uint8_t button) {
 
 void Injector::movePointer(int x, int y) { send(XCB_MOTION_NOTIFY, 0, x, y); }
 
-void Injector::send(std::uint8_t type, std::uint8_t detail, int x, int y) {
+void Injector::useKeyboard(const std::string& name) {
+    const auto devices = owned(xcb_input_xi_query_device_reply(
+        display_.get(), xcb_input_xi_query_device(display_.get(), XCB_INPUT_DEVICE_ALL), nullptr));
+    const auto* extension = xcb_get_extension_data(display_.get(), &xcb_input_id);
+    auto each = xcb_input_xi_query_device_infos_iterator(devices.get());
+    for (; each.rem > 0; xcb_input_xi_device_info_next(&each)) {
+        const auto length =
+            static_cast<std::size_t>(xcb_input_xi_device_info_name_length(each.data));
+        if (std::string(xcb_input_xi_device_info_name(each.data), length) != name)
+            continue;
+        keyboard_ = static_cast<std::uint8_t>(each.data->deviceid);
+        keyboardEvents_ = static_cast<std::uint8_t>(extension->first_event +
+                                                    XCB_INPUT_DEVICE_KEY_PRESS - XCB_KEY_PRESS);
+        return;
+    }
+    throw std::runtime_error("the X server has no keyboard " + name);
+}
+
+void Injector::sendKey(std::uint8_t type, xcb_keycode_t code) {
+    send(static_cast<std::uint8_t>(type + keyboardEvents_), code, 0, 0, keyboard_);
+}
+
+void Injector::send(std::uint8_t type, std::uint8_t detail, int x, int y, std::uint8_t device) {
     awaitTurn();
     xcb_test_fake_input(display_.get(), type, detail, XCB_CURRENT_TIME, display_.root(),
-                        static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 0);
+                        static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), device);
     xcb_flush(display_.get());
 }
 

@@ -19,11 +19,15 @@ public:
     /// Throws std::runtime_error where no key of the keyboard has this keysym on its first level.
     xcb_keycode_t keyCode(xcb_keysym_t symbol);
 
+    /// The same hands on another keyboard, by the name that the server gives it. Throws
+    /// std::runtime_error where there is none.
+    void useKeyboard(const std::string& name);
+
     void press(xcb_keysym_t symbol) { pressCode(keyCode(symbol)); }
     void release(xcb_keysym_t symbol) { releaseCode(keyCode(symbol)); }
     void tap(xcb_keysym_t symbol);
-    void pressCode(xcb_keycode_t code) { send(XCB_KEY_PRESS, code, 0, 0); }
-    void releaseCode(xcb_keycode_t code) { send(XCB_KEY_RELEASE, code, 0, 0); }
+    void pressCode(xcb_keycode_t code) { sendKey(XCB_KEY_PRESS, code); }
+    void releaseCode(xcb_keycode_t code) { sendKey(XCB_KEY_RELEASE, code); }
 
     void pressButton(std::uint8_t button) { send(XCB_BUTTON_PRESS, button, 0, 0); }
     void releaseButton(std::uint8_t button) { send(XCB_BUTTON_RELEASE, button, 0, 0); }
@@ -41,10 +45,13 @@ public:
 
 private:
     using Clock = std::chrono::steady_clock;
-    void send(std::uint8_t type, std::uint8_t detail, int x, int y);
+    void send(std::uint8_t type, std::uint8_t detail, int x, int y, std::uint8_t device = 0);
+    void sendKey(std::uint8_t type, xcb_keycode_t code);
     void awaitTurn();
 
     Display display_;
+    std::uint8_t keyboard_ = 0;       // XTEST's own
+    std::uint8_t keyboardEvents_ = 0; // what is added to the types of key events
     std::chrono::microseconds spacing_{0};
     Clock::time_point next_{};
 };

@@ -64,20 +64,34 @@ void Klova::snap(const SnapGesture& gesture) {
         hands_.release(key);
 }
 
+void Klova::click(std::uint8_t button) {
+    hands_.click(button);
+    hands_.roundTrip();
+    awaitPointer("the end of a click", [](const auto& pointer) {
+        return (pointer.mask & (XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_3)) == 0;
+    });
+}
+
 void Klova::doubleClick(int x, int y) {
     hands_.movePointer(x, y);
-    hands_.click(1);
-    hands_.click(1);
+    click(1);
+    click(1);
 }
 
 void Klova::beginDrag(int x, int y) {
     hands_.pressButton(1);
     hands_.movePointer(x, y);
+    awaitPointer("the first step of a drag",
+                 [&](const auto& pointer) { return pointer.root_x == x && pointer.root_y == y; });
+}
+
+void Klova::awaitPointer(const std::string& what,
+                         const std::function<bool(const xcb_query_pointer_reply_t&)>& predicate) {
     auto& display = desktop_.display();
-    waitUntil(display, "the first step of a drag", [&] {
+    waitUntil(display, what, [&] {
         const auto pointer = owned(xcb_query_pointer_reply(
             display.get(), xcb_query_pointer(display.get(), display.root()), nullptr));
-        return pointer != nullptr && pointer->root_x == x && pointer->root_y == y;
+        return pointer != nullptr && predicate(*pointer);
     });
 }
 

@@ -7,6 +7,7 @@
 #include "desktop/VirtualDesktop.h"
 
 #include <filesystem>
+#include <functional>
 
 namespace klova::rig {
 
@@ -26,6 +27,9 @@ public:
 
     /// With the activation keys held; leaves them so.
     void snap(const SnapGesture& gesture);
+    /// Returns once the click has been answered: while its press is frozen a second click that
+    /// has begun takes the place of the end of the first, and the server drops both.
+    void click(std::uint8_t button);
     /// At a place in root pixels, y growing downward. It has to be a few pixels from that of the
     /// last click, or it counts on from there and is no double click.
     void doubleClick(int x, int y);
@@ -41,6 +45,8 @@ public:
 
 private:
     void wakeKeyboard();
+    void awaitPointer(const std::string& what,
+                      const std::function<bool(const xcb_query_pointer_reply_t&)>& predicate);
 
     VirtualDesktop& desktop_;
     Injector hands_;

@@ -26,6 +26,11 @@ public:
     /// i3 knows no minimizing.
     bool minimizes() const { return name_ != "i3"; }
 
+    /// Some move a window back that would leave the screen.
+    bool keepsWindowsOnScreen() const {
+        return name_ == "marco" || name_ == "metacity" || name_ == "mutter" || name_ == "icewm";
+    }
+
 private:
     std::string name_;
     Process process_;

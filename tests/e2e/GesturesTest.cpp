@@ -145,7 +145,7 @@ TEST_P(GesturesTest, DragsMoveByThePointersWay) {
     hands().setSpacing(1ms);
     const auto drag = [&](int count, int stepX, int stepY) {
         const auto frame = frameOf(window.id());
-        const int x = frame.x + 100, y = frame.y + 100;
+        const int x = frame.x + 290, y = frame.y + 100;
         hands().movePointer(x, y);
         klova.holdActivationKeys();
         klova.beginDrag(x + stepX, y + stepY);
@@ -163,6 +163,15 @@ TEST_P(GesturesTest, DragsMoveByThePointersWay) {
     wanted.x += 1;
     wanted.y += 198;
     expectFrame(window.id(), wanted, "second drag");
+    klova.releaseActivationKeys();
+    if (desktop.manager().keepsWindowsOnScreen() || screen().x > 0)
+        return;
+    drag(120, -4, 0);
+    wanted.x -= 119 * 4;
+    wanted.y += 2;
+    expectFrame(window.id(), wanted, "third drag, across the left edge of the screen");
+    klova.snap(snapGestures()[0]);
+    expectPlace(window.id(), Place::left, "snapped from there");
     klova.releaseActivationKeys();
 }
 
