@@ -2,21 +2,45 @@
 
 #include "platform/FatalError.h"
 
+#include <QFile>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPixmap>
 #include <QSvgRenderer>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace klova {
 namespace {
 
+/// One picture, in one drawing or in several whose edges lie on whole pixels at other sizes.
+struct Picture {
+    explicit Picture(const QString& name) : drawing(":/" + name + ".svg") {
+        for (const int side : {22, 24})
+            if (const QString path = QString(":/%1-%2.svg").arg(name).arg(side);
+                QFile::exists(path))
+                fitted.emplace_back(side, std::make_unique<QSvgRenderer>(path));
+    }
+
+    QSvgRenderer& fitting(int pixels) {
+        for (const auto& [side, fittedDrawing] : fitted)
+            if (pixels % side == 0)
+                return *fittedDrawing;
+        return drawing;
+    }
+
+    QSvgRenderer drawing;
+    std::vector<std::pair<int, std::unique_ptr<QSvgRenderer>>> fitted;
+};
+
 class VectorEngine final : public QIconEngine {
 public:
-    explicit VectorEngine(std::shared_ptr<QSvgRenderer> picture) : picture_(std::move(picture)) {}
+    explicit VectorEngine(std::shared_ptr<Picture> picture) : picture_(std::move(picture)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
-        picture_->render(painter, rect);
+        const double pixels = rect.width() * painter->device()->devicePixelRatio();
+        picture_->fitting(qRound(pixels)).render(painter, rect);
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
@@ -38,14 +62,14 @@ public:
     }
 
 private:
-    std::shared_ptr<QSvgRenderer> picture_;
+    std::shared_ptr<Picture> picture_;
 };
 
 } // namespace
 
 QIcon imageNamed(const QString& name) {
-    auto picture = std::make_shared<QSvgRenderer>(":/" + name + ".svg");
-    if (!picture->isValid())
+    auto picture = std::make_shared<Picture>(name);
+    if (!picture->drawing.isValid())
         fatalError("there is no picture named " + name.toStdString());
     return QIcon(new VectorEngine(std::move(picture))); // takes the engine
 }
