@@ -13,7 +13,8 @@ set(layers
     "actions               std  platform geometry accessibility settings"
     "settings              std  platform geometry input"
     "input                 std  platform geometry accessibility actions settings"
-    "ui                    any  platform geometry accessibility actions settings input"
+    "ui/gestures           any  platform geometry input ui"
+    "ui                    any  platform geometry accessibility actions settings input ui/gestures"
     "app                   any  platform geometry accessibility actions settings input ui")
 
 file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR} ${SOURCE_DIR}/*.h ${SOURCE_DIR}/*.cpp)
