@@ -8,7 +8,9 @@
 #include "app/TrayIcon.h"
 #include "platform/Diagnostics.h"
 #include "platform/UniqueDescriptor.h"
+#include "platform/freedesktop/AutostartItems.h"
 #include "platform/freedesktop/JsonPreferencesStore.h"
+#include "platform/freedesktop/ProgramFile.h"
 #include "platform/x11/SingleInstance.h"
 #include "platform/x11/X11Desktop.h"
 #include "platform/x11/XlibErrors.h"
@@ -71,7 +73,7 @@ std::string listed(const std::vector<std::string>& names) {
     return list;
 }
 
-void runOn(x11::X11Desktop& x11) {
+void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     QuitSignals quitSignals; // not before the connection, which may take forever
     x11::setXlibConnectionLost(endWithoutServer);
     handleQtMessages();
@@ -89,7 +91,8 @@ void runOn(x11::X11Desktop& x11) {
                     .monitors = x11.monitors(),
                     .statusItem = tray,
                     .preferences = preferences,
-                    .application = application};
+                    .application = application,
+                    .loginItems = loginItems};
     AppDelegate delegate(desktop, tray);
     delegate.applicationDidFinishLaunching();
     watchedConnection = -1;
@@ -100,14 +103,15 @@ std::string displayName() {
     return name != nullptr ? name : "";
 }
 
-int connectAndRun() {
+int connectAndRun(const char* invokedAs) {
+    AutostartItems autostart(runningProgram(invokedAs));
     x11::X11Desktop x11;
     if (const auto& missing = x11.connection().missingExtensions(); !missing.empty())
         return end(EX_UNAVAILABLE, "this X server does not offer " + listed(missing));
     const x11::SingleInstance instance(x11.connection());
     if (!instance.acquired())
         return end(EX_OK, "already running on display " + displayName());
-    runOn(x11);
+    runOn(x11, autostart);
     return EX_OK;
 }
 
@@ -119,7 +123,7 @@ int main(int argc, char** argv) {
         return answerArguments(argv[1], argc == 2);
     std::signal(SIGPIPE, SIG_IGN);
     try {
-        return connectAndRun();
+        return connectAndRun(argc > 0 ? argv[0] : "");
     } catch (const x11::DisplayUnreachable& unreachable) {
         return end(EX_UNAVAILABLE, unreachable.what());
     }

@@ -5,6 +5,7 @@
 #include "input/ShellState.h"
 #include "platform/Diagnostics.h"
 #include "platform/FatalError.h"
+#include "settings/LoginController.h"
 
 namespace klova {
 namespace {
@@ -25,6 +26,7 @@ AppDelegate::AppDelegate(Desktop& desktop, TrayIcon& tray)
       quitMenuItem_(menu_.addAction("Quit KLOVA", [this] { quitBtnClicked(); })),
       dispatcher_(desktop) {
     statusItem = &desktop.statusItem;
+    loginItems = &desktop.loginItems;
     applicationDelegate = this;
 }
 
@@ -33,6 +35,7 @@ AppDelegate::~AppDelegate() {
     dataStorageManager = nullptr;
     sharedSwipeManager = nullptr;
     applicationDelegate = nullptr;
+    loginItems = nullptr;
     statusItem = nullptr;
 }
 

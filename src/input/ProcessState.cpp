@@ -6,6 +6,7 @@
 #include "input/EventTapDispatcher.h"
 #include "input/ShellState.h"
 #include "settings/DataStorageManager.h"
+#include "settings/LoginController.h"
 
 namespace klova {
 
@@ -24,6 +25,8 @@ void resetProcessState() {
     eventTap = nullptr;
     applicationDelegate = nullptr;
     panelOpen = false;
+    loginItems = nullptr;
+    LoginController::resetSharedFileList();
     AccessibilityElement::resetSystemWideElement();
 }
 

@@ -5,6 +5,7 @@
 #include "platform/Application.h"
 #include "platform/EventMonitors.h"
 #include "platform/EventTap.h"
+#include "platform/LoginItems.h"
 #include "platform/PreferencesStore.h"
 #include "platform/Screens.h"
 #include "platform/StatusBar.h"
@@ -22,6 +23,7 @@ struct Desktop {
     StatusItem& statusItem;
     PreferencesStore& preferences;
     Application& application;
+    LoginItems& loginItems;
 };
 
 } // namespace klova

@@ -34,6 +34,11 @@ struct SimulatedElement : AXUIElement {
 };
 using ElementPtr = std::shared_ptr<SimulatedElement>;
 
+struct SimulatedItem : LSSharedFileListItem {
+    explicit SimulatedItem(std::optional<FileReference> file) : program(std::move(file)) {}
+    std::optional<FileReference> program;
+};
+
 inline const SimulatedElement& simulated(const AXUIElementRef& element) {
     return dynamic_cast<const SimulatedElement&>(*element);
 }
@@ -48,11 +53,12 @@ class SimulatedDesktop final : public AccessibilityService,
                                public StatusButton,
                                public PreferencesStore,
                                public Application,
+                               public LoginItems,
                                public ApplicationDelegate {
 public:
     SimulatedDesktop();
     ~SimulatedDesktop() override;
-    Desktop desktop() { return {*this, *this, *this, *this, *this, *this, *this, *this}; }
+    Desktop desktop() { return {*this, *this, *this, *this, *this, *this, *this, *this, *this}; }
 
     /// What happened since the last call: reads, writes, diagnostic lines ("> ") and the like.
     Log takeLog() { return std::exchange(log_, {}); }
@@ -77,6 +83,8 @@ public:
     std::size_t monitorsGranted = 100;
     using Stored = std::variant<bool, std::int64_t, std::vector<StoredValue>>;
     std::map<std::string_view, Stored> stored;
+    FileReference bundle{"/usr/bin/klova", {1, 10}};
+    std::vector<LSSharedFileListItemRef> items; ///< opened at login
 
     AXUIElementRef AXUIElementCreateSystemWide() override {
         note("create system-wide");
@@ -143,6 +151,26 @@ public:
     void terminate() override { note("terminate"); }
     void run() override {}
     void quitApplication() override { note("quit"); }
+
+    LSSharedFileListRef LSSharedFileListCreate() override {
+        note("create list");
+        return std::make_shared<LSSharedFileList>();
+    }
+    std::vector<LSSharedFileListItemRef> LSSharedFileListCopySnapshot(LSSharedFileList&) override {
+        return items;
+    }
+    std::optional<FileReference>
+    LSSharedFileListItemResolve(const LSSharedFileListItem& item) override {
+        return dynamic_cast<const SimulatedItem&>(item).program;
+    }
+    LSSharedFileListItemRef LSSharedFileListInsertItemURL(LSSharedFileList&,
+                                                          const FileReference& program) override {
+        return items.emplace_back(std::make_shared<SimulatedItem>(program));
+    }
+    void LSSharedFileListItemRemove(LSSharedFileList&, const LSSharedFileListItem& item) override {
+        std::erase_if(items, [&](const auto& held) { return held.get() == &item; });
+    }
+    FileReference mainBundle() override { return bundle; }
 
 private:
     void note(std::string entry) { log_.push_back(std::move(entry)); }

@@ -1,15 +1,14 @@
 #include "platform/freedesktop/PreferencesFile.h"
 
 #include "platform/UniqueDescriptor.h"
+#include "platform/freedesktop/Folders.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -25,13 +24,6 @@ constexpr int kMostKept = 1000;
 
 std::error_code lastError() { return {errno, std::generic_category()}; }
 
-fs::path homeFolder() {
-    if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0')
-        return home;
-    const passwd* entry = ::getpwuid(::getuid());
-    return entry != nullptr ? entry->pw_dir : "/";
-}
-
 fs::path followLinks(const fs::path& start) {
     fs::path path = start;
     for (int links = 0; links < kMostLinks; ++links) {
@@ -42,16 +34,6 @@ fs::path followLinks(const fs::path& start) {
         path = path.parent_path() / target;
     }
     return start;
-}
-
-std::error_code makeFolders(const fs::path& folder) {
-    std::error_code error;
-    if (folder.empty() || fs::is_directory(folder, error))
-        return {};
-    if (error = makeFolders(folder.parent_path()); error)
-        return error;
-    return ::mkdir(folder.c_str(), S_IRWXU) == 0 || errno == EEXIST ? std::error_code()
-                                                                    : lastError();
 }
 
 bool sameFile(const struct stat& one, const struct stat& other) {
@@ -105,12 +87,7 @@ mode_t permissionsFor(const fs::path& path) {
 
 } // namespace
 
-fs::path configurationFolder() {
-    const char* configured = std::getenv("XDG_CONFIG_HOME");
-    if (configured != nullptr && fs::path(configured).is_absolute())
-        return fs::path(configured) / "klova";
-    return homeFolder() / ".config" / "klova";
-}
+fs::path configurationFolder() { return configurationHome() / "klova"; }
 
 PreferencesFile::PreferencesFile(const fs::path& path) : path_(followLinks(path)) {}
 

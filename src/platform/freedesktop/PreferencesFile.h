@@ -8,8 +8,7 @@
 
 namespace klova {
 
-/// The folder of Klova's settings by the XDG Base Directory rules: "klova" in $XDG_CONFIG_HOME, or
-/// in ~/.config where that is unset or relative.
+/// The folder of Klova's settings.
 std::filesystem::path configurationFolder();
 
 class PreferencesFile {
