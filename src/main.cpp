@@ -7,6 +7,7 @@
 #include "app/QuitSignals.h"
 #include "app/TrayIcon.h"
 #include "platform/Diagnostics.h"
+#include "platform/Panels.h"
 #include "platform/UniqueDescriptor.h"
 #include "platform/freedesktop/AutostartItems.h"
 #include "platform/freedesktop/JsonPreferencesStore.h"
@@ -82,6 +83,7 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     QtApplication application;
     DesktopPump pump(x11, endWithoutServer);
     quitSignals.deliverTo([&application] { application.terminate(); });
+    panels = &x11.panels();
     TrayIcon tray;
     JsonPreferencesStore preferences;
     Desktop desktop{.accessibility = x11.accessibility(),

@@ -1,7 +1,70 @@
 #include "ui/AboutVC.h"
 
-namespace klova {
+#include "ui/Images.h"
+#include "ui/Palette.h"
 
-void AboutVC::viewDidLoad() {}
+#include <QCoreApplication>
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace klova {
+namespace {
+
+QString text(const char* source) { return QCoreApplication::translate("AboutVC", source); }
+
+QLabel* line(const QString& words, const QFont& font, const QColor& color) {
+    auto* label = new QLabel(words);
+    label->setFont(font);
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    QPalette colors = label->palette();
+    colors.setColor(QPalette::WindowText, color);
+    label->setPalette(colors);
+    return label;
+}
+
+/// Draws the program's icon at any pixel ratio.
+class IconView final : public QWidget {
+public:
+    explicit IconView(int side) : icon_(imageNamed("klova")) { setFixedHeight(side); }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        icon_.paint(&painter, {(width() - height()) / 2, 0, height(), height()});
+    }
+
+private:
+    QIcon icon_;
+};
+
+} // namespace
+
+void AboutVC::viewDidLoad() {
+    view().setGeometry(0, 0, 280, 245);
+    backgroundImageView = new BackgroundImageView(view().rect(), "About");
+    backgroundImageView->setParent(&view());
+    backgroundImageView->lower();
+    auto* column = new QVBoxLayout(&view());
+    column->setContentsMargins(20, 22, 20, 14);
+    column->setSpacing(0);
+    const auto add = [column](QWidget* widget, int space) {
+        column->addWidget(widget);
+        column->addSpacing(space);
+    };
+    add(new IconView(72), 6);
+    add(line("KLOVA", palette::font(20, QFont::Bold), palette::kBright), 0);
+    QLabel* version =
+        line(text("Version %1").arg(KLOVA_VERSION), palette::font(12), palette::kText);
+    version->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    add(version, 8);
+    add(line(text("Free software under the MIT licence"), palette::font(11), palette::kText), 8);
+    column->addStretch();
+    add(line(text("Stands on %1").arg("Qt, XCB, Xlib, xkbcommon, GLib and JSON for Modern C++"),
+             palette::font(10), palette::kGray),
+        0);
+}
 
 } // namespace klova

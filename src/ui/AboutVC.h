@@ -1,12 +1,17 @@
 // The content of the about panel.
 #pragma once
 
+#include "ui/BackgroundImageView.h"
 #include "ui/Controller.h"
+
+#include <QPointer>
 
 namespace klova {
 
 class AboutVC final : public ViewController {
-protected:
+public:
+    QPointer<BackgroundImageView> backgroundImageView; ///< null until the view was loaded
+
     void viewDidLoad() override;
 };
 

@@ -6,7 +6,7 @@ ViewController::~ViewController() { delete view_; }
 
 QWidget& ViewController::view() {
     if (view_ == nullptr) {
-        view_ = new QWidget; // deleted above unless its parent did
+        view_ = loadView(); // deleted above unless its parent did
         viewDidLoad();
     }
     return *view_;

@@ -23,10 +23,13 @@ public:
     /// one and may go before the controller does.
     QWidget& view();
 
+    virtual void viewDidLoad() = 0;
     virtual void viewWillAppear() {}
 
 protected:
-    virtual void viewDidLoad() = 0;
+    /// The view as its scene describes it; an empty one unless a controller says otherwise. Passes
+    /// ownership.
+    virtual QWidget* loadView() { return new QWidget; }
 
 private:
     QPointer<QWidget> view_;

@@ -1,21 +1,54 @@
 #include "ui/PanelWindow.h"
 
+#include "platform/FatalError.h"
+#include "platform/Panels.h"
+
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
-#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QWindow>
+#include <utility>
 
 namespace klova {
+namespace {
+
+PanelFrame frameOf(const QWindow& window, double cornerRadius) {
+    const double scale = window.devicePixelRatio();
+    const auto pixels = [scale](int points) { return qRound(points * scale); };
+    return {.left = pixels(kShadowMargins.left()),
+            .right = pixels(kShadowMargins.right()),
+            .top = pixels(kShadowMargins.top()),
+            .bottom = pixels(kShadowMargins.bottom()),
+            .width = pixels(window.width()),
+            .height = pixels(window.height()),
+            .cornerRadius = cornerRadius * scale};
+}
+
+void invalidateShadows() {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (auto* panel = dynamic_cast<PanelWindow*>(window))
+            panel->invalidateShadow();
+}
+
+} // namespace
 
 PanelWindow::PanelWindow(const WindowAttributes& attributes)
     : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint), attributes_(attributes),
       contentView_(new QWidget(this)) {
     setAttribute(Qt::WA_TranslucentBackground, !attributes_.opaque);
-    setFixedSize(attributes_.contentRect.size());
-    contentView_->setGeometry(QRect(QPoint(), attributes_.contentRect.size()));
+    setAttribute(Qt::WA_TransparentForMouseEvents, attributes_.ignoresMouseEvents);
+    const QSize size = attributes_.contentRect.size();
+    setFixedSize(size.grownBy(kShadowMargins));
+    contentView_->setGeometry(QRect({kShadowMargins.left(), kShadowMargins.top()}, size));
+    if (panels != nullptr)
+        panels->setCompositedChanged(invalidateShadows);
+    winId();
+    center(); // which asks the server for the pointer: the window is known there from now on
 }
+
+PanelWindow::PanelWindow(QDataStream&) { fatalError("init(coder:) has not been implemented"); }
 
 void PanelWindow::setContentView(QWidget& view) {
     view.setParent(contentView_);
@@ -24,21 +57,68 @@ void PanelWindow::setContentView(QWidget& view) {
     view.show();
 }
 
-void PanelWindow::setupContentView() {}
+void PanelWindow::setupContentView() {
+    corners_ = new CornerCutter(*contentView_, attributes_.cornerRadius);
+    corners_->raise();
+    corners_->show();
+}
 
 void PanelWindow::center() {
     const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
     if (screen == nullptr)
         screen = QGuiApplication::primaryScreen();
-    QRect frame = rect();
+    QRect frame = contentView_->rect();
     frame.moveCenter(screen->availableGeometry().center());
-    move(frame.topLeft());
+    move(frame.marginsAdded(kShadowMargins).topLeft());
+}
+
+bool PanelWindow::shadowed() const {
+    return attributes_.hasShadow && (panels == nullptr || panels->composited());
+}
+
+void PanelWindow::invalidateShadow() {
+    shadow_ = QPixmap();
+    if (corners_ != nullptr)
+        corners_->setVisible(shadowed());
+    if (panels != nullptr)
+        panels->setFrame(winId(), frameOf(*windowHandle(), attributes_.cornerRadius));
+    update();
 }
 
 void PanelWindow::showInFront() {
+    activating_ = true;
+    if (isVisible())
+        activateWhenShown();
     show();
     raise();
     activateWindow();
+}
+
+/// Managers ignore a request for a window that they do not know yet.
+void PanelWindow::activateWhenShown() {
+    if (std::exchange(activating_, false) && panels != nullptr)
+        panels->activate(winId());
+}
+
+bool PanelWindow::event(QEvent* event) {
+    if (event->type() == QEvent::Show || event->type() == QEvent::ScreenChangeInternal)
+        invalidateShadow();
+    return QWidget::event(event);
+}
+
+void PanelWindow::paintEvent(QPaintEvent*) {
+    activateWhenShown();
+    if (!shadowed())
+        return;
+    if (shadow_.isNull()) {
+        shadow_ = QPixmap(size() * devicePixelRatio());
+        shadow_.setDevicePixelRatio(devicePixelRatio());
+        shadow_.fill(Qt::transparent);
+        QPainter painter(&shadow_);
+        painter.setRenderHint(QPainter::Antialiasing);
+        paintShadow(painter, contentView_->geometry(), attributes_.cornerRadius);
+    }
+    QPainter(this).drawPixmap(0, 0, shadow_);
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {
@@ -54,8 +134,14 @@ void PanelWindow::mousePressEvent(QMouseEvent* event) {
 }
 
 void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
-    if (pressed_ && !windowHandle()->startSystemMove())
-        move(event->globalPosition().toPoint() - *pressed_);
+    if (!pressed_)
+        return;
+    if (windowHandle()->startSystemMove())
+        pressed_.reset();
+    else
+        move(pos() + event->position().toPoint() - *pressed_);
 }
+
+void PanelWindow::mouseReleaseEvent(QMouseEvent*) { pressed_.reset(); }
 
 } // namespace klova

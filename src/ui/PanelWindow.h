@@ -1,8 +1,11 @@
 // The window of a panel: frameless, rounded, shadowed, moved by its background.
 #pragma once
 
+#include "ui/PanelShadow.h"
 #include "ui/WindowAttributes.h"
 
+#include <QDataStream>
+#include <QPixmap>
 #include <QPoint>
 #include <QWidget>
 #include <functional>
@@ -14,6 +17,9 @@ class PanelWindow : public QWidget {
 public:
     /// Hidden, centred on the screen where the pointer is.
     explicit PanelWindow(const WindowAttributes& attributes);
+
+    /// Panels are not made from archives: a fatal error.
+    [[noreturn]] explicit PanelWindow(QDataStream& coder);
 
     const WindowAttributes& attributes() const { return attributes_; }
 
@@ -32,8 +38,8 @@ public:
     /// Shows the window in front of all others, with the keyboard's focus.
     void showInFront();
 
-    /// Draws the shadow anew.
-    void invalidateShadow() { update(); }
+    /// Draws the shadow anew and tells the desktop of the panel's shape.
+    void invalidateShadow();
 
     /// Called instead of closing where the person closes the window by means of the desktop.
     void setCloseRequested(std::function<void()> requested) {
@@ -41,13 +47,22 @@ public:
     }
 
 protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    bool shadowed() const;
+    void activateWhenShown();
+
     WindowAttributes attributes_;
-    QWidget* contentView_; ///< a child
+    QWidget* contentView_;            ///< a child
+    CornerCutter* corners_ = nullptr; ///< the content view's, once it is rounded
+    QPixmap shadow_;
+    bool activating_ = false; ///< until the window is on the screen
     std::function<void()> closeRequested_;
     std::optional<QPoint> pressed_; ///< where a drag began, in the window's coordinates
 };

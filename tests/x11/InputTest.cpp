@@ -167,7 +167,7 @@ TEST(ClickLimits, AreReadInBothByteOrdersUpToAnyEnd) {
         for (auto size = all.bytes.size() + 1; size-- > 0;) {
             const std::vector<std::uint8_t> part(all.bytes.data(), all.bytes.data() + size);
             const double distance = size < all.bytes.size() ? 5 : 9;
-            EXPECT_EQ(parseClickLimits(part), (ClickLimits{size < time ? 400U : 250U, distance}));
+            EXPECT_EQ(parseSettings(part).clicks, (ClickLimits{size < time ? 400U : 250U, distance}));
         }
     }
 }
@@ -184,7 +184,7 @@ TEST(ClickLimits, AreTheDefaultsWhereThePropertyIsNonsense) {
                        Property{}.number(1).number(7).number(1)}; // of the other byte order
     for (auto& row : rows) {
         row.setting(0, "Net/DoubleClickTime", {&row == &rows[4] ? 10'001U : 250U});
-        EXPECT_EQ(parseClickLimits(row.bytes), ClickLimits{}) << "row " << &row - rows;
+        EXPECT_EQ(parseSettings(row.bytes), SharedSettings{}) << "row " << &row - rows;
     }
 }
 

@@ -58,7 +58,7 @@ std::uint32_t PointerInput::logicalButton(const RawButtonEvent& event) const {
 Event PointerInput::buttonEvent(std::uint32_t button, bool press, xcb_timestamp_t time) {
     Event event = state_.event(typeOf(button, press));
     if (press)
-        event.clickState = clicks_.press(button, time, *state_.place, settings_.clickLimits());
+        event.clickState = clicks_.press(button, time, *state_.place, settings_.shared().clicks);
     if (button == kLeft)
         leftDown_ = press;
     return event;
@@ -89,7 +89,7 @@ void PointerInput::observe(std::uint32_t button, bool press, xcb_timestamp_t tim
 void PointerInput::countForeignPress() {
     if (const auto press = std::exchange(undecided_, std::nullopt))
         clicks_.press(press->button, press->time, queryPointer(state_.connection),
-                      settings_.clickLimits());
+                      settings_.shared().clicks);
 }
 
 void PointerInput::frozenPress(const ButtonEvent& event) {

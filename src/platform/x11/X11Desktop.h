@@ -11,7 +11,9 @@ namespace klova {
 class AccessibilityService;
 class EventMonitors;
 class EventTapService;
+class Panels;
 class Screens;
+class TrayArea;
 class Workspace;
 } // namespace klova
 
@@ -19,7 +21,9 @@ namespace klova::x11 {
 
 class InputBridge;
 class X11AccessibilityService;
+class X11Panels;
 class X11Screens;
+class X11TrayArea;
 class X11Workspace;
 
 class X11Desktop final : public EventSource {
@@ -34,6 +38,8 @@ public:
     Screens& screens();
     EventTapService& taps();
     EventMonitors& monitors();
+    TrayArea& trayArea();
+    Panels& panels();
 
     int descriptor() const override { return connection_.descriptor(); }
     bool dispatch() override;
@@ -45,6 +51,8 @@ private:
     std::unique_ptr<X11AccessibilityService> accessibility_;
     std::unique_ptr<X11Workspace> workspace_;
     std::unique_ptr<InputBridge> input_;
+    std::unique_ptr<X11TrayArea> trayArea_;
+    std::unique_ptr<X11Panels> panels_;
 };
 
 } // namespace klova::x11

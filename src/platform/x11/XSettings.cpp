@@ -50,7 +50,7 @@ private:
 enum SettingType : std::uint32_t { integer = 0, string = 1, color = 2 };
 
 /// Reads one setting and applies it; false where the bytes end or make no sense.
-bool readSetting(Reader& reader, ClickLimits& limits) {
+bool readSetting(Reader& reader, SharedSettings& settings) {
     const auto type = reader.number(1);
     const auto padding = reader.take(1);
     const auto nameSize = reader.number(2);
@@ -68,23 +68,25 @@ bool readSetting(Reader& reader, ClickLimits& limits) {
     if (*type == string)
         return reader.text(*value).has_value();
     if (*name == "Net/DoubleClickTime" && *value <= 10'000)
-        limits.milliseconds = *value;
+        settings.clicks.milliseconds = *value;
     if (*name == "Net/DoubleClickDistance" && *value <= 1'000)
-        limits.distance = *value;
+        settings.clicks.distance = *value;
+    if (*name == "Gtk/EnableAnimations")
+        settings.animations = *value != 0;
     return true;
 }
 
 } // namespace
 
-ClickLimits parseClickLimits(std::span<const std::uint8_t> property) {
-    ClickLimits limits;
+SharedSettings parseSettings(std::span<const std::uint8_t> property) {
+    SharedSettings settings;
     Reader reader(property);
     const auto header = reader.take(8); // byte order, padding, serial
     const auto count = reader.number(4);
     if (header && count)
-        for (std::uint32_t i = 0; i < *count && readSetting(reader, limits); ++i) {
+        for (std::uint32_t i = 0; i < *count && readSetting(reader, settings); ++i) {
         }
-    return limits;
+    return settings;
 }
 
 XSettings::XSettings(Connection& connection) : connection_(connection) {
@@ -111,7 +113,7 @@ void XSettings::findManager() {
 }
 
 void XSettings::read() {
-    limits_ = ClickLimits{};
+    shared_ = SharedSettings{};
     if (manager_ == XCB_WINDOW_NONE)
         return;
     const xcb_atom_t settings = connection_.atoms()._XSETTINGS_SETTINGS;
@@ -120,9 +122,9 @@ void XSettings::read() {
         xcb_get_property(connection_.get(), 0, manager_, settings, settings, 0, 1U << 16),
         nullptr));
     if (reply && reply->format == 8)
-        limits_ = parseClickLimits(
-            {static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get())),
-             static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))});
+        shared_ =
+            parseSettings({static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get())),
+                           static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))});
 }
 
 void XSettings::handle(const xcb_generic_event_t& event) {

@@ -1,0 +1,56 @@
+// Two-state buttons that look like the keys of a keyboard.
+#pragma once
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QString>
+
+namespace klova {
+
+/// How a button is drawn beside its title and state.
+struct KeyLook {
+    QString caption;    ///< in small under the title, may be empty
+    double titleSize;   ///< points
+    bool raised = true; ///< as a key that can be pressed down
+};
+
+QSize sizeOfKey(const QAbstractButton& button, const KeyLook& look);
+void paintKey(QAbstractButton& button, const KeyLook& look, bool radio);
+
+/// 1 or 0.
+inline int stateOf(const QAbstractButton& button) { return button.isChecked() ? 1 : 0; }
+
+/// Flips the state without a click's consequences.
+void setNextState(QAbstractButton& button);
+
+/// Whether the person is using the keyboard and would act on this widget with it.
+bool showsFocusRing(const QWidget& widget);
+
+/// `Base` says what the button is to a screen reader.
+template <class Base> class KeyButtonOf final : public Base {
+public:
+    explicit KeyButtonOf(KeyLook look) : look_(std::move(look)) {
+        this->setAutoExclusive(false); // the panel's own rules decide
+        this->setAttribute(Qt::WA_Hover);
+        this->setFocusPolicy(Qt::StrongFocus);
+    }
+
+    QSize sizeHint() const override { return sizeOfKey(*this, look_); }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    bool hitButton(const QPoint& point) const override { return this->rect().contains(point); }
+
+    void paintEvent(QPaintEvent*) override {
+        paintKey(*this, look_, std::is_same_v<Base, QRadioButton>);
+    }
+
+private:
+    KeyLook look_;
+};
+
+using KeyCheckButton = KeyButtonOf<QCheckBox>;
+using KeyRadioButton = KeyButtonOf<QRadioButton>;
+
+} // namespace klova

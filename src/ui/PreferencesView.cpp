@@ -1,0 +1,103 @@
+#include "ui/PreferencesView.h"
+
+#include "ui/HintLabel.h"
+#include "ui/KeyButton.h"
+#include "ui/LaunchButton.h"
+#include "ui/Palette.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <initializer_list>
+
+namespace klova {
+namespace {
+
+QString text(const char* source) { return QCoreApplication::translate("PreferencesVC", source); }
+
+QLabel* label(const QString& words, const QFont& font, const QColor& color) {
+    auto* label = new QLabel(words);
+    label->setFont(font);
+    label->setWordWrap(true);
+    QPalette colors = label->palette();
+    colors.setColor(QPalette::WindowText, color);
+    label->setPalette(colors);
+    return label;
+}
+
+QLabel* sectionLabel(const QString& words) {
+    return label(words, palette::font(12, QFont::DemiBold), palette::kText);
+}
+
+/// A button that is on until the settings say otherwise.
+template <class Button> Button* loadedOn(Button* button) {
+    button->setChecked(true);
+    return button;
+}
+
+QHBoxLayout* row(std::initializer_list<QWidget*> widgets) {
+    auto* layout = new QHBoxLayout;
+    layout->setSpacing(4);
+    for (QWidget* widget : widgets) {
+        widget->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+        layout->addWidget(widget, 1);
+    }
+    return layout;
+}
+
+} // namespace
+
+PreferencesView::PreferencesView()
+    : cmdButton(new KeyCheckButton({text("Super"), 17})),
+      altButton(new KeyCheckButton({text("Alt"), 17})),
+      ctrlButton(new KeyCheckButton({text("Control"), 17})),
+      textView(label(text("Hold the activation keys to move and arrange windows."),
+                     palette::font(11), palette::kGray)),
+      maximizeButton(new KeyCheckButton({{}, 13, false})),
+      centerButton(new KeyCheckButton({{}, 13, false})),
+      reopenButton(loadedOn(new KeyRadioButton({{}, 15}))),
+      reopenButtonTwo(loadedOn(new KeyRadioButton({{}, 15}))),
+      reopenButtonThree(loadedOn(new KeyRadioButton({{}, 15}))),
+      launchButton(new LaunchButton(text("Launch at login"))), onlyOneButtonLabel(new HintLabel) {
+    arrange();
+    nameForScreenReaders();
+}
+
+void PreferencesView::arrange() {
+    auto* title = label(text("Preferences"), palette::font(15, QFont::DemiBold), palette::kBright);
+    title->setAlignment(Qt::AlignCenter);
+    textView->setAlignment(Qt::AlignCenter);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(21, 9, 21, 14);
+    column->setSpacing(0);
+    const auto section = [column](const QString& name, QLayout* content) {
+        column->addStretch(2);
+        column->addWidget(sectionLabel(name));
+        column->addSpacing(3);
+        column->addLayout(content);
+    };
+    column->addWidget(title);
+    column->addSpacing(4);
+    column->addWidget(textView);
+    section(text("Activation Keys"), row({ctrlButton, cmdButton, altButton}));
+    column->addWidget(onlyOneButtonLabel);
+    section(text("Double Click"), row({maximizeButton, centerButton}));
+    section(text("Reopen minimized Window"),
+            row({reopenButton, reopenButtonTwo, reopenButtonThree}));
+    column->addStretch(2);
+    column->addWidget(launchButton);
+}
+
+void PreferencesView::nameForScreenReaders() {
+    cmdButton->setAccessibleName(text("Super is an activation key"));
+    altButton->setAccessibleName(text("Alt is an activation key"));
+    ctrlButton->setAccessibleName(text("Control is an activation key"));
+    maximizeButton->setAccessibleName(text("Double click maximizes"));
+    centerButton->setAccessibleName(text("Double click centers"));
+    reopenButton->setAccessibleName(text("Q reopens the minimized window"));
+    reopenButtonTwo->setAccessibleName(text("E reopens the minimized window"));
+    reopenButtonThree->setAccessibleName(text("C reopens the minimized window"));
+    launchButton->setAccessibleName(text("Launch at login"));
+}
+
+} // namespace klova

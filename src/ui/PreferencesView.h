@@ -1,0 +1,35 @@
+// What the preferences panel consists of and where it is.
+#pragma once
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLayout>
+#include <QWidget>
+
+namespace klova {
+
+class HintLabel;
+
+/// Its members are its children.
+class PreferencesView final : public QWidget {
+public:
+    PreferencesView();
+
+    QAbstractButton* cmdButton;
+    QAbstractButton* altButton;
+    QAbstractButton* ctrlButton;
+    QLabel* textView;
+    QAbstractButton* maximizeButton;
+    QAbstractButton* centerButton;
+    QAbstractButton* reopenButton;
+    QAbstractButton* reopenButtonTwo;
+    QAbstractButton* reopenButtonThree;
+    QAbstractButton* launchButton;
+    HintLabel* onlyOneButtonLabel;
+
+private:
+    void nameForScreenReaders();
+    void arrange();
+};
+
+} // namespace klova
