@@ -2,6 +2,11 @@
 
 #include "ui/AboutWindowViewController.h"
 #include "ui/PreferencesWindowViewController.h"
+#include "ui/WelcomeFourVc.h"
+#include "ui/WelcomeOneVc.h"
+#include "ui/WelcomeThreeVc.h"
+#include "ui/WelcomeTwoVc.h"
+#include "ui/WelcomeWindowViewController.h"
 
 #include <QString>
 #include <algorithm>
@@ -14,6 +19,11 @@ template <class Class> std::unique_ptr<Controller> make() { return std::make_uni
 constexpr SceneClass kClasses[] = {
     {"AboutWindowViewController", make<AboutWindowViewController>},
     {"PreferencesWindowViewController", make<PreferencesWindowViewController>},
+    {"WelcomeFourVc", make<WelcomeFourVc>},
+    {"WelcomeOneVc", make<WelcomeOneVc>},
+    {"WelcomeThreeVc", make<WelcomeThreeVc>},
+    {"WelcomeTwoVc", make<WelcomeTwoVc>},
+    {"WelcomeWindowViewController", make<WelcomeWindowViewController>},
 };
 
 } // namespace

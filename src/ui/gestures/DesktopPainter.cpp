@@ -14,7 +14,7 @@ namespace {
 // Lengths and places are in points of the drawn screen.
 constexpr double kBezel = 36;
 constexpr double kStand = 110;
-constexpr double kBar = 96;
+constexpr double kBar = 108;
 constexpr double kTitle = 62;
 constexpr double kCorner = 20;
 constexpr Frame kBehind{{130, 90}, {560, 400}};
@@ -23,9 +23,9 @@ const QRectF kScreen(0, 0, kDrawnScreen.size.width, kDrawnScreen.size.height);
 const QRectF kCase = kScreen.adjusted(-kBezel, -kBezel, kBezel, kBezel);
 const QRectF kMonitor = kCase.adjusted(0, 0, 0, kStand);
 const QRectF kBarArea = kScreen.adjusted(0, kScreen.height() - kBar, 0, 0);
-const QRectF kTask(150, kBarArea.top() + 20, 210, kBar - 40);
+const QRectF kTask(150, kBarArea.top() + 26, 210, kBar - 52);
 const QRectF kOtherTask = kTask.translated(kTask.width() + 24, 0);
-const QRectF kIcon(kScreen.right() - 104, kBarArea.top() + 14, kBar - 28, kBar - 28);
+const QRectF kIcon(kScreen.right() - 120, kBarArea.top() + 16, kBar - 32, kBar - 32);
 
 struct WindowColours {
     QColor ground, title, line, mark;
@@ -152,7 +152,7 @@ void paintTrace(QPainter& painter, const Frame& trace) {
 void paintBar(QPainter& painter, const Picture& picture) {
     painter.fillRect(kBarArea, QColor(9, 12, 22, 225));
     for (const QPointF& dot : {QPointF(0, 0), QPointF(26, 0), QPointF(0, 26), QPointF(26, 26)})
-        fill(painter, QRectF(QPointF(48, kBarArea.top() + 26) + dot, QSizeF(18, 18)), 5,
+        fill(painter, QRectF(QPointF(48, kBarArea.top() + 32) + dot, QSizeF(18, 18)), 5,
              palette::kText);
     fill(painter, kTask, 12, faded(palette::kBright, 0.10 + 0.22 * picture.shown));
     fill(painter, kOtherTask, 12, faded(palette::kBright, 0.10));

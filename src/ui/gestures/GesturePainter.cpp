@@ -5,6 +5,7 @@
 #include "ui/gestures/KeysPainter.h"
 
 #include <QCoreApplication>
+#include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <algorithm>
@@ -15,13 +16,29 @@ namespace {
 constexpr double kGap = 10;
 constexpr double kKeys = 42; // the height of the row of keys
 
+constexpr int kCaptionFlags = Qt::AlignCenter | Qt::TextWordWrap;
+
+/// The captions' own font, or as much smaller as `text` needs to fit in.
+QFont captionFont(const QString& text, const QSizeF& area) {
+    double size = 12;
+    QFont font = palette::font(size, QFont::DemiBold);
+    const auto fits = [&] {
+        const QRectF room(QPointF(), area);
+        return room.contains(QFontMetricsF(font).boundingRect(room, kCaptionFlags, text));
+    };
+    while (size > 6 && !fits())
+        font = palette::font(size -= 0.5, QFont::DemiBold);
+    return font;
+}
+
 void paintCaption(QPainter& painter, const QRectF& area, const Picture& picture,
                   const Keycaps& keycaps) {
-    const QString text = QCoreApplication::translate("klova", picture.caption);
-    painter.setFont(palette::font(12));
-    painter.setPen(palette::kText);
-    painter.drawText(area, Qt::AlignCenter | Qt::TextWordWrap,
-                     text.contains("%1") ? text.arg(keycaps.reopen) : text);
+    QString text = QCoreApplication::translate("klova", picture.caption);
+    if (text.contains("%1"))
+        text = text.arg(keycaps.reopen);
+    painter.setFont(captionFont(text, area.size()));
+    painter.setPen(palette::kAccent);
+    painter.drawText(area, kCaptionFlags, text);
 }
 
 /// A picture and what is pressed in it, side by side.
@@ -29,23 +46,22 @@ void paintStill(QPainter& painter, const QRectF& area, const Gesture& gesture, s
                 const Frame& origin, const Keycaps& keycaps) {
     const Picture picture = pictureAfter(gesture, beat);
     const bool moved = picture.window != origin || picture.shown == 0;
-    const double width = std::min(area.height() * monitorAspect(), area.width() * 0.45);
+    const double width = std::min(area.height() * monitorAspect(), area.width() * 0.48);
     paintMonitor(painter, {area.left(), area.top(), width, area.height()}, picture,
                  moved ? std::optional(origin) : std::nullopt);
     const QRectF side = area.adjusted(width + kGap, 0, 0, 0);
-    const double keys = std::min(kKeys, side.height() * 0.5);
-    const double middle = side.center().y();
-    paintKeys(painter, {side.left(), middle - keys, side.width(), keys}, keycaps,
+    const double half = side.height() / 2;
+    const double keys = std::min(kKeys, half);
+    paintKeys(painter, {side.left(), side.center().y() - keys, side.width(), keys}, keycaps,
               gesture.beats[beat].pressed, picture);
-    paintCaption(painter, {side.left(), middle, side.width(), side.height() * 0.42}, picture,
-                 keycaps);
+    paintCaption(painter, side.adjusted(0, half, 0, 0), picture, keycaps);
 }
 
 } // namespace
 
 void paintMoment(QPainter& painter, const QRectF& area, const Gesture& gesture,
                  const Picture& picture, const Keycaps& keycaps) {
-    const double caption = QFontMetricsF(palette::font(12)).height() + 4;
+    const double caption = QFontMetricsF(palette::font(12, QFont::DemiBold)).height() + 4;
     const double keys = std::min(kKeys, area.height() * 0.2);
     const QRectF monitor = area.adjusted(0, 0, 0, -caption - keys - 2 * kGap);
     paintMonitor(painter, monitor, picture);

@@ -49,7 +49,8 @@ QString spoken(const Keycaps& keycaps) {
     QStringList names;
     for (const Keycap& keycap : keycaps.activation)
         names << (keycap.name.isEmpty() ? keycap.symbol : keycap.name);
-    return names.join(QStringLiteral(" + "));
+    return names.isEmpty() ? QCoreApplication::translate("klova", "the activation keys")
+                           : names.join(QStringLiteral(" + "));
 }
 
 } // namespace klova

@@ -24,7 +24,7 @@ struct Keycaps {
 
 Keycaps keycapsOf(std::span<const KeyCode> activation, std::int64_t reopenKey);
 
-/// The activation keys in a sentence: "Super + Ctrl".
+/// The activation keys in a sentence: "Super + Ctrl"; without any it says what is meant.
 QString spoken(const Keycaps& keycaps);
 
 } // namespace klova

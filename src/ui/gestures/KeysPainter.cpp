@@ -43,10 +43,10 @@ QRectF paintKey(QPainter& painter, const QRectF& area, double light) {
     painter.drawRoundedRect(area.adjusted(-1.4 * unit, -1.4 * unit, 1.4 * unit, 1.4 * unit),
                             radius * 1.3, radius * 1.3);
     const QRectF top = area.adjusted(0, 0, 0, -1.6 * unit).translated(0, 1.2 * unit * light);
-    painter.setBrush(between(palette::kEdge.darker(190), palette::kAccent.darker(170), light));
+    painter.setBrush(between(palette::kEdge.darker(190), palette::kAccentShade, light));
     painter.drawRoundedRect(area, radius, radius);
     painter.setPen(QPen(between(palette::kEdge, palette::kAccent, light), unit * 0.8));
-    painter.setBrush(between(palette::kRaised, palette::kAccent, light));
+    painter.setBrush(between(palette::kWell, palette::kAccent, light));
     painter.drawRoundedRect(top, radius, radius);
     return top;
 }
@@ -107,14 +107,14 @@ void paintMouse(QPainter& painter, const QRectF& area, const Picture& picture) {
     QPainterPath body;
     body.addRoundedRect(area, radius, radius);
     painter.setPen(Qt::NoPen);
-    painter.fillPath(body, palette::kRaised);
+    painter.fillPath(body, palette::kWell);
     const QSizeF button(radius, area.height() * 0.45);
     painter.save();
     painter.setClipPath(body, Qt::IntersectClip);
     painter.fillRect(QRectF(area.topLeft(), button),
-                     between(palette::kRaised, palette::kAccent, picture.light(kLeftButton)));
+                     between(palette::kWell, palette::kAccent, picture.light(kLeftButton)));
     painter.fillRect(QRectF(area.topLeft() + QPointF(radius, 0), button),
-                     between(palette::kRaised, palette::kAccent, picture.light(kRightButton)));
+                     between(palette::kWell, palette::kAccent, picture.light(kRightButton)));
     painter.restore();
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(palette::kEdge, unit * 1.6));
@@ -181,11 +181,11 @@ std::vector<Piece> rowOf(const Keycaps& keycaps, unsigned controls, const Pictur
 void paintKeys(QPainter& painter, const QRectF& area, const Keycaps& keycaps, unsigned controls,
                const Picture& picture) {
     const std::vector<Piece> row = rowOf(keycaps, controls, picture);
-    double width = -kGap;
+    double width = kGap; // half of it at either end, for the light around a key
     for (const Piece& piece : row)
         width += piece.width + kGap;
     const double height = std::min(area.height(), area.width() / std::max(width, 1.0));
-    QPointF corner = area.center() - QPointF(width, 1) * (height / 2);
+    QPointF corner = area.center() - QPointF(width - 2 * kGap, 1) * (height / 2);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     for (const Piece& piece : row) {

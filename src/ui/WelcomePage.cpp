@@ -1,0 +1,46 @@
+#include "ui/WelcomePage.h"
+
+#include "input/ActivationKeys.h"
+#include "settings/DataStorageManager.h"
+#include "ui/GestureView.h"
+#include "ui/Palette.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+#include <memory>
+
+namespace klova {
+namespace {
+
+std::unique_ptr<QLabel> label(const QString& text, const QFont& font, const QColor& colour) {
+    auto result = std::make_unique<QLabel>(text);
+    result->setTextFormat(Qt::PlainText);
+    result->setAlignment(Qt::AlignCenter);
+    result->setWordWrap(true);
+    result->setFont(font);
+    QPalette colours = result->palette();
+    colours.setColor(QPalette::WindowText, colour);
+    result->setPalette(colours);
+    return result;
+}
+
+} // namespace
+
+void WelcomePage::viewDidLoad() {
+    const Keycaps keycaps = keycapsOf(activationKeys, deminimizeButton);
+    const Content content = contentFor(keycaps);
+
+    auto picture = std::make_unique<GestureView>(content.gesture, keycaps);
+    picture->setAccessibleName(content.title);
+    picture->setAccessibleDescription(content.description);
+
+    auto* layout = new QVBoxLayout(&view()); // the view's, as are the widgets in it
+    layout->setContentsMargins(22, 0, 22, 0);
+    layout->setSpacing(12);
+    layout->addWidget(
+        label(content.title, palette::font(18, QFont::DemiBold), palette::kBright).release());
+    layout->addWidget(picture.release(), 1);
+    layout->addWidget(label(content.text, palette::font(12), palette::kText).release());
+}
+
+} // namespace klova
