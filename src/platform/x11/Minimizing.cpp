@@ -1,6 +1,7 @@
 #include "platform/x11/Minimizing.h"
 
 #include "platform/x11/Activation.h"
+#include "platform/x11/Properties.h"
 #include "platform/x11/WindowManager.h"
 
 #include <array>
@@ -20,6 +21,7 @@ Minimizing::Minimizing(Connection& connection, WindowManager& manager, xcb_windo
 
 void Minimizing::minimize(Clock::time_point now) {
     wanted_ = true;
+    focusWanted_ = false;
     due_ = now + 4 * kPatience;
     connection_.sendToWindowManager(window_, connection_.atoms().WM_CHANGE_STATE,
                                     std::array{WindowSnapshot::kIconic, 0U, 0U, 0U, 0U});
@@ -33,9 +35,15 @@ void Minimizing::restore(const WindowSnapshot& current, xcb_timestamp_t time,
     if (!wanted_ && (!current.minimized() || current.wmState == 0))
         return;
     wanted_ = false;
+    focusWanted_ = false;
     time_ = time;
     step_ = 0;
     nextStep(now);
+}
+
+void Minimizing::focus(xcb_timestamp_t time) {
+    focusWanted_ = wanted_ == false;
+    activate(connection_, manager_, window_, time);
 }
 
 void Minimizing::nextStep(Clock::time_point now) {
@@ -60,11 +68,22 @@ void Minimizing::nextStep(Clock::time_point now) {
 /// A window that is gone or withdrawn has no more to reach.
 bool Minimizing::reached() {
     const auto current = readSnapshot(connection_, manager_, window_);
-    return !current || current->wmState == 0 || current->minimized() == *wanted_;
+    if (!current || current->wmState == 0)
+        return true;
+    return current->minimized() == *wanted_ && (!focusWanted_ || isActive());
 }
 
+bool Minimizing::isActive() {
+    const auto active =
+        takeItems(connection_.get(), askProperty(connection_.get(), connection_.root(),
+                                                 connection_.atoms()._NET_ACTIVE_WINDOW));
+    return active.empty() || active[0] == window_;
+}
+
+/// Focus is looked at later: the manager may still be about to give it to the window that stood
+/// in for this one.
 void Minimizing::onStateChanged(Clock::time_point) {
-    if (wanted_ && reached())
+    if (wanted_ && !focusWanted_ && reached())
         wanted_.reset();
 }
 

@@ -21,6 +21,9 @@ public:
     /// it is there. Nothing where it is not minimized; one that its program withdrew is not.
     void restore(const WindowSnapshot& current, xcb_timestamp_t time, Clock::time_point now);
 
+    /// Gives the window the focus; one on its way back is asked for again until it has it.
+    void focus(xcb_timestamp_t time);
+
     /// What is wanted and not yet so.
     std::optional<bool> wanted() const { return wanted_; }
 
@@ -32,12 +35,14 @@ public:
 
 private:
     bool reached();
+    bool isActive();
     void nextStep(Clock::time_point now);
 
     Connection& connection_;
     WindowManager& manager_;
     xcb_window_t window_;
     std::optional<bool> wanted_;
+    bool focusWanted_ = false;
     xcb_timestamp_t time_ = XCB_CURRENT_TIME;
     int step_ = 0;
     Clock::time_point due_;
