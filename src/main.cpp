@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/DesktopPump.h"
+#include "app/GestureMenu.h"
 #include "app/QtApplication.h"
 #include "app/QtMessages.h"
 #include "app/QuitSignals.h"
@@ -84,7 +85,7 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     DesktopPump pump(x11, endWithoutServer);
     quitSignals.deliverTo([&application] { application.terminate(); });
     panels = &x11.panels();
-    TrayIcon tray;
+    TrayIcon tray(x11.trayArea());
     JsonPreferencesStore preferences;
     Desktop desktop{.accessibility = x11.accessibility(),
                     .workspace = x11.workspace(),
@@ -96,6 +97,7 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
                     .application = application,
                     .loginItems = loginItems};
     AppDelegate delegate(desktop, tray);
+    const GestureMenu menu(delegate);
     delegate.applicationDidFinishLaunching();
     watchedConnection = -1;
 }

@@ -22,9 +22,7 @@ constexpr std::uint64_t kTapMask =
 } // namespace
 
 AppDelegate::AppDelegate(Desktop& desktop, TrayIcon& tray)
-    : desktop_(desktop), tray_(tray),
-      quitMenuItem_(menu_.addAction("Quit KLOVA", [this] { quitBtnClicked(); })),
-      dispatcher_(desktop) {
+    : desktop_(desktop), tray_(tray), dispatcher_(desktop) {
     statusItem = &desktop.statusItem;
     loginItems = &desktop.loginItems;
     applicationDelegate = this;
@@ -40,6 +38,8 @@ AppDelegate::~AppDelegate() {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
+    if (statusMenu.menu == nullptr)
+        fatalError("the status menu is missing");
     inputController_.emplace(desktop_);
     sharedSwipeManager = inputController_->swipeManager();
     dataStorageManager = &dataStorageManager_.emplace(desktop_);
@@ -48,6 +48,7 @@ void AppDelegate::applicationDidFinishLaunching() {
         seedSettings();
     else
         loadSettings();
+    updateActivationKeyLabel();
     updateShortCutLabels();
     installEventTap();
     desktop_.application.run();
@@ -58,7 +59,7 @@ void AppDelegate::showStatusItem() {
     if (button == nullptr)
         return;
     button->setImage("Menulet_deactivated");
-    tray_.setMenu(menu_);
+    tray_.setMenu(*statusMenu.menu);
 }
 
 void AppDelegate::loadSettings() {
@@ -75,11 +76,7 @@ void AppDelegate::seedSettings() {
     dataStorageManager->saveDeminimizeButton();
     dataStorageManager->saveStartupSettings(false);
     diagnosticLine("Opened for First Time!");
-}
-
-void AppDelegate::updateShortCutLabels() {
-    const std::string keys = activationKeyLabel(activationKeys);
-    quitMenuItem_->setText(QString::fromStdString("Quit KLOVA: " + keys + " + T"));
+    openWelcomeWindowAndDoc();
 }
 
 void AppDelegate::installEventTap() {
@@ -90,6 +87,29 @@ void AppDelegate::installEventTap() {
     if (eventTap == nullptr)
         fatalError("the desktop refused the event tap");
     desktop_.taps.CGEventTapEnable(*eventTap, true);
+}
+
+void AppDelegate::openPreferences() { openPanel(preferencesDocument_); }
+void AppDelegate::openAbout() { openPanel(aboutDocument_); }
+void AppDelegate::openWelcomeWindowAndDoc() { openPanel(welcomeDocument_); }
+void AppDelegate::closeWelcome() { closePanel(welcomeDocument_.get()); }
+void AppDelegate::closeAbout() { closePanel(aboutDocument_.get()); }
+
+template <class Document> void AppDelegate::openPanel(std::unique_ptr<Document>& document) {
+    if (panelOpen) {
+        lastOpened_->showWindows();
+        return;
+    }
+    panelOpen = true;
+    toggleShowMenuItems(false);
+    document = std::make_unique<Document>();
+    lastOpened_ = document.get();
+    document->makeWindowControllers();
+}
+
+void AppDelegate::closePanel(PanelDocument* document) {
+    if (document != nullptr)
+        document->close(); // tells the menu
 }
 
 void AppDelegate::quitApplication() { desktop_.application.terminate(); }

@@ -1,21 +1,23 @@
 // The application's shell: start-up, the status menu, quitting.
 #pragma once
 
+#include "app/StatusMenu.h"
 #include "app/TrayIcon.h"
-#include "input/ApplicationDelegate.h"
 #include "input/EventTapDispatcher.h"
 #include "input/KeyInputController.h"
 #include "platform/Desktop.h"
 #include "settings/DataStorageManager.h"
+#include "ui/AboutDocument.h"
+#include "ui/PanelDelegate.h"
+#include "ui/PreferencesDocument.h"
+#include "ui/WelcomeDocument.h"
 
-#include <QAction>
-#include <QMenu>
 #include <memory>
 #include <optional>
 
 namespace klova {
 
-class AppDelegate final : public ApplicationDelegate {
+class AppDelegate final : public PanelDelegate {
 public:
     /// Both are borrowed and outlive this; `tray` is the desktop's status item.
     AppDelegate(Desktop& desktop, TrayIcon& tray);
@@ -23,8 +25,11 @@ public:
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;
 
-    /// Starts everything and runs the application; returns when it has been terminated. A refused
-    /// event tap is a fatal error.
+    /// To be connected before the start.
+    StatusMenu statusMenu;
+
+    /// Starts everything and runs the application; returns when it has been terminated. A status
+    /// menu that is not connected and a refused event tap are fatal errors.
     void applicationDidFinishLaunching();
 
     void quitApplication() override;
@@ -32,23 +37,38 @@ public:
     /// The answer to the menu's entry.
     void quitBtnClicked() { quitApplication(); }
 
-    /// Shows the current activation keys in the titles of the menu's entries.
-    void updateShortCutLabels();
+    void updateActivationKeyLabel() override { statusMenu.updateActivationKeyLabel(); }
+    void updateShortCutLabels() override { statusMenu.updateShortCutLabels(); }
+    void toggleShowMenuItems(bool enabled) override { statusMenu.toggleShowMenuItems(enabled); }
+
+    // Each of these brings the open panel to the front instead where one is open.
+    void openPreferences() override;
+    void openAbout();
+    void openWelcomeWindowAndDoc();
+
+    void closeWelcome() override;
+    void closeAbout() override;
 
 private:
     void showStatusItem();
     void loadSettings();
     void seedSettings();
     void installEventTap();
+    template <class Document> void openPanel(std::unique_ptr<Document>& document);
+    void closePanel(PanelDocument* document);
 
     Desktop& desktop_;
     TrayIcon& tray_;
-    QMenu menu_;
-    QAction* quitMenuItem_; ///< the menu's own
     EventTapDispatcher dispatcher_;
     std::optional<KeyInputController> inputController_;
     std::optional<DataStorageManager> dataStorageManager_;
     std::unique_ptr<EventTapPort> eventTap_;
+
+    // Each stays, with its window closed, until a new one takes its place.
+    std::unique_ptr<PreferencesDocument> preferencesDocument_;
+    std::unique_ptr<AboutDocument> aboutDocument_;
+    std::unique_ptr<WelcomeDocument> welcomeDocument_;
+    PanelDocument* lastOpened_ = nullptr; ///< one of them
 };
 
 } // namespace klova

@@ -1,24 +1,29 @@
 #include "app/TrayIcon.h"
 
-#include "app/StatusIcon.h"
+#include "ui/Images.h"
 
 #include <QCursor>
 
 namespace klova {
 
-TrayIcon::TrayIcon() : deactivated_(statusIcon(false)), activated_(statusIcon(true)) {
-    icon_.setToolTip("Klova");
-    redrawTimer_.setSingleShot(true);
-    QObject::connect(&redrawTimer_, &QTimer::timeout, &icon_, [this] { redraw(); });
+TrayIcon::TrayIcon(TrayArea& area)
+    : area_(area), deactivated_(imageNamed("Menulet_deactivated")),
+      activated_(imageNamed("Menulet_activated")) {
+    for (QTimer* timer : {&redrawTimer_, &kindTimer_})
+        timer->setSingleShot(true);
+    QObject::connect(&redrawTimer_, &QTimer::timeout, &redrawTimer_, [this] { redraw(); });
+    QObject::connect(&kindTimer_, &QTimer::timeout, &kindTimer_, [this] { chooseKind(); });
+    const auto changed = [this] {
+        embedded_.reset();
+        kindTimer_.start();
+    };
+    host_.setChanged(changed);
+    area_.setChanged(changed);
 }
 
 void TrayIcon::setMenu(QMenu& menu) {
-    icon_.setContextMenu(&menu);
-    QObject::connect(&icon_, &QSystemTrayIcon::activated, &menu,
-                     [&menu](QSystemTrayIcon::ActivationReason reason) {
-                         if (reason == QSystemTrayIcon::Trigger)
-                             menu.popup(QCursor::pos());
-                     });
+    menu_ = &menu;
+    kindTimer_.start();
 }
 
 void TrayIcon::setImage(std::string_view name) {
@@ -28,9 +33,40 @@ void TrayIcon::setImage(std::string_view name) {
 
 void TrayIcon::setNeedsDisplay() { redrawTimer_.start(); }
 
+const QIcon& TrayIcon::icon() const {
+    return imageName_ == "Menulet_activated" ? activated_ : deactivated_;
+}
+
 void TrayIcon::redraw() {
-    icon_.setIcon(imageName_ == "Menulet_activated" ? activated_ : deactivated_);
-    icon_.show();
+    if (announced_ != nullptr)
+        announced_->setIcon(icon());
+    if (embedded_ != nullptr)
+        embedded_->setIcon(icon());
+}
+
+void TrayIcon::chooseKind() {
+    if (menu_ == nullptr || !host_.present())
+        return;
+    if (*host_.present())
+        announce();
+    else if (area_.present() && embedded_ == nullptr)
+        embedded_ = std::make_unique<EmbeddedIcon>(area_, icon(), *menu_);
+}
+
+/// Qt decides once in a process between announcing and embedding, by whether there is a host when
+/// the first icon is made. So none may be made before.
+void TrayIcon::announce() {
+    if (announced_ != nullptr)
+        return;
+    announced_ = std::make_unique<QSystemTrayIcon>(icon());
+    announced_->setToolTip("Klova");
+    announced_->setContextMenu(menu_);
+    QObject::connect(announced_.get(), &QSystemTrayIcon::activated, menu_,
+                     [this](QSystemTrayIcon::ActivationReason reason) {
+                         if (reason == QSystemTrayIcon::Trigger)
+                             menu_->popup(QCursor::pos());
+                     });
+    announced_->show();
 }
 
 } // namespace klova

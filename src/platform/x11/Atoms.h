@@ -20,6 +20,8 @@ namespace klova::x11 {
     atom(_NET_MOVERESIZE_WINDOW)                                                                   \
     atom(_NET_SUPPORTED)                                                                           \
     atom(_NET_SUPPORTING_WM_CHECK)                                                                 \
+    atom(_NET_SYSTEM_TRAY_OPCODE)                                                                  \
+    atom(_NET_SYSTEM_TRAY_VISUAL)                                                                  \
     atom(_NET_WM_NAME)                                                                             \
     atom(_NET_WM_PID)                                                                              \
     atom(_NET_WM_STATE)                                                                            \

@@ -4,6 +4,7 @@
 #include "platform/x11/X11AccessibilityService.h"
 #include "platform/x11/X11Panels.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/X11TrayArea.h"
 #include "platform/x11/X11Workspace.h"
 
 #include <algorithm>
@@ -15,6 +16,7 @@ X11Desktop::X11Desktop(const char* display)
       accessibility_(std::make_unique<X11AccessibilityService>(connection_, *screens_)),
       workspace_(std::make_unique<X11Workspace>(connection_, *accessibility_)),
       input_(std::make_unique<InputBridge>(connection_, *screens_)),
+      trayArea_(std::make_unique<X11TrayArea>(connection_)),
       panels_(std::make_unique<X11Panels>(connection_)) {
     accessibility_->setEventTime([this] { return input_->lastTime(); });
 }
@@ -26,6 +28,7 @@ Workspace& X11Desktop::workspace() { return *workspace_; }
 Screens& X11Desktop::screens() { return *screens_; }
 EventTapService& X11Desktop::taps() { return *input_; }
 EventMonitors& X11Desktop::monitors() { return *input_; }
+TrayArea& X11Desktop::trayArea() { return *trayArea_; }
 Panels& X11Desktop::panels() { return *panels_; }
 
 bool X11Desktop::dispatch() {
@@ -34,6 +37,7 @@ bool X11Desktop::dispatch() {
         do {
             input_->handle(*event);
             accessibility_->handle(*event);
+            trayArea_->handle(*event);
             panels_->handle(*event);
             accessibility_->flushWrites();
             connection_.flush();

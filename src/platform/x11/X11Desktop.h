@@ -13,6 +13,7 @@ class EventMonitors;
 class EventTapService;
 class Panels;
 class Screens;
+class TrayArea;
 class Workspace;
 } // namespace klova
 
@@ -22,6 +23,7 @@ class InputBridge;
 class X11AccessibilityService;
 class X11Panels;
 class X11Screens;
+class X11TrayArea;
 class X11Workspace;
 
 class X11Desktop final : public EventSource {
@@ -36,6 +38,7 @@ public:
     Screens& screens();
     EventTapService& taps();
     EventMonitors& monitors();
+    TrayArea& trayArea();
     Panels& panels();
 
     int descriptor() const override { return connection_.descriptor(); }
@@ -48,6 +51,7 @@ private:
     std::unique_ptr<X11AccessibilityService> accessibility_;
     std::unique_ptr<X11Workspace> workspace_;
     std::unique_ptr<InputBridge> input_;
+    std::unique_ptr<X11TrayArea> trayArea_;
     std::unique_ptr<X11Panels> panels_;
 };
 
