@@ -13,6 +13,7 @@
 #include "platform/freedesktop/AutostartItems.h"
 #include "platform/freedesktop/JsonPreferencesStore.h"
 #include "platform/freedesktop/ProgramFile.h"
+#include "platform/freedesktop/TrustNotification.h"
 #include "platform/x11/SingleInstance.h"
 #include "platform/x11/X11Desktop.h"
 #include "platform/x11/XlibErrors.h"
@@ -68,13 +69,6 @@ void endWithoutServerIfItIsGone() {
         endWithoutServer();
 }
 
-std::string listed(const std::vector<std::string>& names) {
-    std::string list;
-    for (const std::string& name : names)
-        list += (list.empty() ? "" : ", ") + name;
-    return list;
-}
-
 void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     QuitSignals quitSignals; // not before the connection, which may take forever
     x11::setXlibConnectionLost(endWithoutServer);
@@ -109,9 +103,9 @@ std::string displayName() {
 
 int connectAndRun(const char* invokedAs) {
     AutostartItems autostart(runningProgram(invokedAs));
+    TrustNotification trustPrompt;
     x11::X11Desktop x11;
-    if (const auto& missing = x11.connection().missingExtensions(); !missing.empty())
-        return end(EX_UNAVAILABLE, "this X server does not offer " + listed(missing));
+    x11.setTrustPrompt(trustPrompt);
     const x11::SingleInstance instance(x11.connection());
     if (!instance.acquired())
         return end(EX_OK, "already running on display " + displayName());

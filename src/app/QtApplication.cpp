@@ -1,10 +1,12 @@
 #include "app/QtApplication.h"
 
-#include <QMessageBox>
+#include "app/Alert.h"
+
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <langinfo.h>
+#include <sysexits.h>
 
 namespace klova {
 namespace {
@@ -52,17 +54,13 @@ void QtApplication::activateIgnoringOtherApps() {
 }
 
 int QtApplication::runModalAlert(std::string_view message, std::string_view informative) {
-    QMessageBox alert(QMessageBox::Information, "Klova", textOf(message), QMessageBox::Ok);
-    alert.setTextFormat(Qt::PlainText);
-    alert.setInformativeText(textOf(informative));
-    alert.setWindowFlag(Qt::WindowStaysOnTopHint);
-    alert.exec();
+    Alert(textOf(message), textOf(informative)).exec();
     return kAlertFirstButton;
 }
 
 void QtApplication::terminate() {
     if (!running_)
-        std::_Exit(EXIT_SUCCESS);
+        std::_Exit(EX_NOPERM);
     QCoreApplication::exit();
 }
 

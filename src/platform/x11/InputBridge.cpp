@@ -54,6 +54,9 @@ private:
 
 InputBridge::InputBridge(Connection& connection, Screens& screens)
     : state_{connection}, keys_(state_), pointer_(state_, screens) {
+    keyMapChanged_ = connection.missingExtensions().empty();
+    if (!keyMapChanged_)
+        return; // one request of an extension that is not there would end the connection
     selectKeyboardEvents(connection);
     selectXInputEvents(connection, kMasterKeyboard, kWatchedKeys);
     selectXInputEvents(connection, kMasterPointer, kWatchedButtons);

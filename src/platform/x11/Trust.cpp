@@ -1,9 +1,8 @@
 #include "platform/x11/Trust.h"
 
-#include <array>
 #include <set>
+#include <string>
 #include <string_view>
-#include <vector>
 #include <xcb/randr.h>
 
 namespace klova::x11 {
@@ -54,18 +53,16 @@ bool hasXwaylandOutput(Connection& connection) {
 
 } // namespace
 
-std::string obstacleOf(Connection& connection) {
+std::optional<LackOfTrust> lackOfTrust(Connection& connection) {
+    using Reason = LackOfTrust::Reason;
     const auto extensions = extensionsOf(connection);
     if (untrusted(extensions))
-        return "this program's connection to the X server is an untrusted one, which may not see "
-               "other programs' windows.";
+        return LackOfTrust{Reason::untrustedConnection, {}};
     if (extensions.contains("XWAYLAND") || hasXwaylandOutput(connection))
-        return "this is a Wayland session, where an X11 program cannot see other programs' "
-               "windows; log in to an X11 session instead.";
-    std::string missing;
-    for (const auto& name : connection.missingExtensions())
-        missing += (missing.empty() ? "" : " and ") + name;
-    return missing.empty() ? missing : "the X server does not offer " + missing + ".";
+        return LackOfTrust{Reason::waylandSession, {}};
+    if (!connection.missingExtensions().empty())
+        return LackOfTrust{Reason::missingFeatures, connection.missingExtensions()};
+    return std::nullopt;
 }
 
 } // namespace klova::x11

@@ -1,13 +1,14 @@
 // Whether this X server lets us do our work.
 #pragma once
 
+#include "platform/TrustPrompt.h"
 #include "platform/x11/Connection.h"
 
-#include <string>
+#include <optional>
 
 namespace klova::x11 {
 
-/// One sentence that says what is in the way; empty where nothing is.
-std::string obstacleOf(Connection& connection);
+/// What is in the way; absent where nothing is.
+std::optional<LackOfTrust> lackOfTrust(Connection& connection);
 
 } // namespace klova::x11

@@ -1,7 +1,5 @@
 #include "platform/x11/X11AccessibilityService.h"
 
-#include "platform/Diagnostics.h"
-#include "platform/x11/Activation.h"
 #include "platform/x11/Trust.h"
 #include "platform/x11/X11Screens.h"
 
@@ -125,10 +123,10 @@ std::optional<ProcessId> X11AccessibilityService::AXUIElementGetPid(const AXUIEl
 }
 
 bool X11AccessibilityService::AXIsProcessTrustedWithOptions(bool prompt) {
-    const auto obstacle = obstacleOf(connection_);
-    if (!obstacle.empty() && prompt)
-        errorLine(obstacle);
-    return obstacle.empty();
+    const auto lack = lackOfTrust(connection_);
+    if (lack && prompt && trustPrompt_ != nullptr)
+        trustPrompt_->show(*lack);
+    return !lack;
 }
 
 /// The window as it is now: the snapshot, where it is of this very dispatch. Absent when gone.
@@ -173,7 +171,7 @@ void X11AccessibilityService::AXUIElementSetAttributeValue(const AXUIElementRef&
     if (attribute == ax::minimized && flag != nullptr)
         setMinimized(*target, *flag);
     else if (attribute == ax::main && flag != nullptr && *flag)
-        activate(connection_, manager_, window.id(), eventTime_());
+        window.minimizing.focus(eventTime_());
     const auto* geometry = std::get_if<AXValue>(&value);
     const auto* point = geometry != nullptr ? std::get_if<Point>(geometry) : nullptr;
     const auto* size = geometry != nullptr ? std::get_if<Size>(geometry) : nullptr;

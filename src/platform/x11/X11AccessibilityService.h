@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/AccessibilityService.h"
+#include "platform/TrustPrompt.h"
 #include "platform/x11/Clients.h"
 #include "platform/x11/Elements.h"
 
@@ -44,6 +45,9 @@ public:
     /// focus carry.
     void setEventTime(std::function<xcb_timestamp_t()> time) { eventTime_ = std::move(time); }
 
+    /// `prompt` is borrowed and outlives this. Without one nobody is prompted.
+    void setTrustPrompt(TrustPrompt& prompt) { trustPrompt_ = &prompt; }
+
     Clients& clients() { return clients_; }
     WindowManager& windowManager() { return manager_; }
 
@@ -65,6 +69,7 @@ private:
     TrackedWindows tracked_;
     Clients clients_;
     std::function<xcb_timestamp_t()> eventTime_ = [] { return XCB_CURRENT_TIME; };
+    TrustPrompt* trustPrompt_ = nullptr;
     std::uint64_t moment_ = 0;
 };
 

@@ -31,6 +31,8 @@ EventMonitors& X11Desktop::monitors() { return *input_; }
 TrayArea& X11Desktop::trayArea() { return *trayArea_; }
 Panels& X11Desktop::panels() { return *panels_; }
 
+void X11Desktop::setTrustPrompt(TrustPrompt& prompt) { accessibility_->setTrustPrompt(prompt); }
+
 bool X11Desktop::dispatch() {
     // Settling asks the server, and an answer may bring further events along.
     while (auto event = connection_.poll()) {

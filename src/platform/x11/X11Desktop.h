@@ -13,6 +13,7 @@ class EventMonitors;
 class EventTapService;
 class Panels;
 class Screens;
+class TrustPrompt;
 class TrayArea;
 class Workspace;
 } // namespace klova
@@ -40,6 +41,9 @@ public:
     EventMonitors& monitors();
     TrayArea& trayArea();
     Panels& panels();
+
+    /// `prompt` is borrowed and outlives this.
+    void setTrustPrompt(TrustPrompt& prompt);
 
     int descriptor() const override { return connection_.descriptor(); }
     bool dispatch() override;
