@@ -1,5 +1,6 @@
 #include "ui/AboutVC.h"
 
+#include "ui/FitLabels.h"
 #include "ui/Images.h"
 #include "ui/Palette.h"
 
@@ -65,6 +66,7 @@ void AboutVC::viewDidLoad() {
     add(line(text("Stands on %1").arg("Qt, XCB, Xlib, xkbcommon, GLib and JSON for Modern C++"),
              palette::font(10), palette::kGray),
         0);
+    fitLabels(view());
 }
 
 } // namespace klova

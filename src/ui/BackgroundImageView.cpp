@@ -15,7 +15,7 @@ BackgroundImageView::BackgroundImageView(const QRect& frame, const QString& type
 void BackgroundImageView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    image_.paint(&painter, rect());
+    image_.paint(&painter, rect().adjusted(-1, -1, 1, 1)); // no seam where a scale is fractional
 }
 
 } // namespace klova

@@ -3,6 +3,7 @@
 #include "ui/Palette.h"
 
 #include <QAccessible>
+#include <algorithm>
 
 namespace klova {
 
@@ -21,6 +22,10 @@ HintLabel::HintLabel() : layer_(*new Layer(*this)) {
     setTextFormat(Qt::RichText);
     setWordWrap(true);
     setAlignment(Qt::AlignCenter);
+    QSizePolicy room = sizePolicy();
+    room.setRetainSizeWhenHidden(true);
+    setSizePolicy(room);
+    hide(); // or a screen reader would read what nobody sees
 }
 
 void HintLabel::setAttributedStringValue(const AttributedString& value) {
@@ -36,7 +41,13 @@ void HintLabel::setAttributedStringValue(const AttributedString& value) {
     setAccessibleName(value.string);
 }
 
+void HintLabel::reserveRoomFor(const AttributedString& value, int width) {
+    setAttributedStringValue(value);
+    setMinimumHeight(std::max(minimumHeight(), heightForWidth(width)));
+}
+
 void HintLabel::fadeIn() {
+    show();
     layer_.setOpacity(1);
     layer_.animateOpacity(0, 1);
     QAccessibleEvent shown(this, QAccessible::Alert);
@@ -45,7 +56,7 @@ void HintLabel::fadeIn() {
 
 void HintLabel::fadeOut() {
     layer_.setOpacity(0);
-    layer_.animateOpacity(1, 0);
+    layer_.animateOpacity(1, 0, kDefaultFade, [this] { hide(); });
 }
 
 } // namespace klova

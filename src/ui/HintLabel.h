@@ -31,6 +31,9 @@ public:
     const AttributedString& attributedStringValue() const { return value_; }
     void setAttributedStringValue(const AttributedString& value);
 
+    /// Makes the label as high, and keeps it so, as `value` needs at this width.
+    void reserveRoomFor(const AttributedString& value, int width);
+
     /// Each takes effect on the layer's opacity at once; what is shown follows.
     void fadeIn();
     void fadeOut();

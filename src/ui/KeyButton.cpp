@@ -1,5 +1,6 @@
 #include "ui/KeyButton.h"
 
+#include "ui/FocusRing.h"
 #include "ui/Palette.h"
 
 #include <QFontMetricsF>
@@ -12,7 +13,9 @@ namespace {
 
 constexpr double kDepth = 3; // how far a key stands out
 constexpr double kRadius = 7;
-constexpr double kRing = 3; // room for the focus ring
+constexpr double kSide = 4;      // free beside the texts
+constexpr double kMarkSide = 15; // free beside the title, which has the mark next to it
+constexpr double kRing = 3;      // room for the focus ring
 
 QFont titleFont(const KeyLook& look) { return palette::font(look.titleSize, QFont::DemiBold); }
 QFont captionFont() { return palette::font(10); }
@@ -30,45 +33,47 @@ void paintCap(QPainter& painter, const QRectF& face, double depth, bool on) {
 
 /// What says "on" beside the colour: a check mark, or a dot where only one is chosen.
 void paintMark(QPainter& painter, const QRectF& face, bool radio) {
-    const QPointF at = face.topRight() + QPointF(-10, 10);
+    const QPointF at = face.topRight() + QPointF(-9, 9);
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette::kOnAccent);
     if (radio) {
-        painter.drawEllipse(at, 3, 3);
+        painter.drawEllipse(at, 2.8, 2.8);
         return;
     }
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(palette::kOnAccent, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(palette::kOnAccent, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPolyline(
-        QPolygonF{at + QPointF(-3.5, 0.3), at + QPointF(-1, 2.8), at + QPointF(3.8, -3)});
+        QPolygonF{at + QPointF(-3, 0.3), at + QPointF(-0.9, 2.4), at + QPointF(3.2, -2.6)});
 }
 
 void paintTexts(QPainter& painter, const QRectF& face, const QAbstractButton& button,
                 const KeyLook& look) {
     painter.setPen(button.isChecked() ? palette::kOnAccent
                                       : button.palette().color(QPalette::ButtonText));
-    painter.setFont(titleFont(look));
+    painter.setFont(palette::fitted(titleFont(look), button.text(), face.width() - 2 * kMarkSide));
     const double title = QFontMetricsF(painter.font()).height();
     const double caption = look.caption.isEmpty() ? 0 : QFontMetricsF(captionFont()).height();
     QRectF line(face.left(), face.center().y() - (title + caption) / 2, face.width(), title);
     painter.drawText(line, Qt::AlignCenter, button.text());
     if (look.caption.isEmpty())
         return;
-    painter.setFont(captionFont());
+    painter.setFont(palette::fitted(captionFont(), look.caption, face.width() - 2 * kSide));
     line = QRectF(line.left(), line.bottom(), line.width(), caption);
     painter.drawText(line, Qt::AlignCenter, look.caption);
 }
 
 } // namespace
 
-QSize sizeOfKey(const QAbstractButton& button, const KeyLook& look) {
+QSize sizeOfKey(const KeyLook& look) {
+    return smallestSizeOfKey(look).expandedTo({0, qRound(look.height)});
+}
+
+QSize smallestSizeOfKey(const KeyLook& look) {
     const QFontMetricsF title(titleFont(look));
     const QFontMetricsF caption(captionFont());
     const bool captioned = !look.caption.isEmpty();
-    const double width = std::max(title.horizontalAdvance(button.text()),
-                                  captioned ? caption.horizontalAdvance(look.caption) : 0);
     const double height = title.height() + (captioned ? caption.height() : 0);
-    return QSizeF(width + 36, height + 10 + kDepth + 2 * kRing).toSize();
+    return QSizeF(2 * kMarkSide + 2 * kRing, height + 4 + kDepth + 2 * kRing).toSize();
 }
 
 void paintKey(QAbstractButton& button, const KeyLook& look, bool radio) {
@@ -82,20 +87,13 @@ void paintKey(QAbstractButton& button, const KeyLook& look, bool radio) {
     if (on)
         paintMark(painter, face, radio);
     paintTexts(painter, face, button, look);
-    if (!showsFocusRing(button))
-        return;
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(palette::kBright, 2));
-    painter.drawRoundedRect(QRectF(button.rect()).adjusted(1, 1, -1, -1), kRadius + 2, kRadius + 2);
+    if (showsFocusRing(button))
+        paintFocusRing(painter, button.rect(), kRadius + 2);
 }
 
 void setNextState(QAbstractButton& button) {
     const QSignalBlocker quiet(button);
     button.setChecked(!button.isChecked());
-}
-
-bool showsFocusRing(const QWidget& widget) {
-    return widget.hasFocus() && widget.window()->testAttribute(Qt::WA_KeyboardFocusChange);
 }
 
 } // namespace klova

@@ -1,6 +1,6 @@
 #include "ui/LaunchButton.h"
 
-#include "ui/KeyButton.h"
+#include "ui/FocusRing.h"
 #include "ui/Palette.h"
 
 #include <QFontMetrics>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kSwitch = 44;       // side of the square picture
 constexpr int kSwitchHeight = 26; // of what is drawn in it
-constexpr int kInset = 6;
+constexpr int kInset = 3;
 
 } // namespace
 
@@ -22,24 +22,21 @@ LaunchButton::LaunchButton(const QString& text) : QCheckBox(text) {
 
 QSize LaunchButton::sizeHint() const {
     const QFontMetrics metrics(font());
-    return {metrics.horizontalAdvance(text()) + kSwitch + 4 * kInset,
-            std::max(metrics.height(), kSwitchHeight) + 2 * kInset};
+    return {2 * kSwitch, std::max(metrics.height(), kSwitchHeight) + 2 * kInset};
 }
 
 void LaunchButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setFont(font());
     painter.setPen(palette::kText);
     const QRect line = rect().adjusted(kInset, 0, -kInset, 0);
+    painter.setFont(palette::fitted(font(), text(), line.width() - kSwitch - kInset));
     painter.drawText(line, Qt::AlignVCenter | Qt::AlignLeading, text());
     const QRect picture(line.right() + 1 - kSwitch, line.center().y() - kSwitch / 2, kSwitch,
                         kSwitch);
     icon().paint(&painter, picture);
-    if (!showsFocusRing(*this))
-        return;
-    painter.setPen(QPen(palette::kBright, 2));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 8, 8);
+    if (showsFocusRing(*this))
+        paintFocusRing(painter, rect(), 9);
 }
 
 } // namespace klova

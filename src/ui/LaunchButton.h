@@ -1,6 +1,8 @@
 // The switch at the end of a line of text.
 #pragma once
 
+#include "ui/ButtonKeys.h"
+
 #include <QCheckBox>
 
 namespace klova {
@@ -15,6 +17,10 @@ public:
 
 protected:
     bool hitButton(const QPoint& point) const override { return rect().contains(point); }
+    void keyPressEvent(QKeyEvent* event) override {
+        if (!answerKey(*this, *event))
+            QCheckBox::keyPressEvent(event);
+    }
     void paintEvent(QPaintEvent* event) override;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <QFontMetricsF>
 #include <algorithm>
 
 namespace klova::palette {
@@ -15,6 +16,14 @@ QFont font(double size, QFont::Weight weight) {
     QFont result = QApplication::font();
     result.setPixelSize(qRound(size * fontScale()));
     result.setWeight(weight);
+    return result;
+}
+
+QFont fitted(const QFont& font, const QString& text, double width) {
+    QFont result = font;
+    const double needed = QFontMetricsF(font).horizontalAdvance(text);
+    if (needed > width)
+        result.setPixelSize(std::max(1, static_cast<int>(font.pixelSize() * width / needed)));
     return result;
 }
 

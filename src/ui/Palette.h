@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QString>
 
 namespace klova::palette {
 
@@ -27,5 +28,8 @@ QFont font(double size, QFont::Weight weight = QFont::Normal);
 
 /// How much larger than usual the person wants texts, from 1 to 1.5.
 double fontScale();
+
+/// `font`, or as much smaller a one as the text needs to be no wider than `width` points.
+QFont fitted(const QFont& font, const QString& text, double width);
 
 } // namespace klova::palette

@@ -1,15 +1,18 @@
 #include "ui/PanelShadow.h"
 
 #include <QPainterPath>
+#include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace klova {
 namespace {
 
-constexpr double kDrop = 8.0;   // how far below the panel its shadow lies
-constexpr double kReach = 27.0; // where it has faded out
-constexpr int kSteps = 54;
-constexpr double kStrength = 0.5;
+constexpr double kDrop = 6.0; // how far below the panel its shadow lies
+constexpr double kBlur = 10.0;
+constexpr double kReach = 26.0; // where the blur ends, on either side of the edge
+constexpr int kSteps = 104;
+constexpr double kStrength = 0.6;
 
 QPainterPath rounded(const QRectF& frame, double radius) {
     QPainterPath path;
@@ -17,21 +20,24 @@ QPainterPath rounded(const QRectF& frame, double radius) {
     return path;
 }
 
-/// The opacity at a distance from the panel, 0 at the panel's edge and 1 at the reach.
-double fallOff(double distance) { return kStrength * std::pow(1.0 - distance, 2.6); }
+/// The opacity of a blurred edge at a distance from it, negative inside.
+double opacityAt(double distance) {
+    return kStrength / 2 * std::erfc(distance / (kBlur * std::numbers::sqrt2));
+}
 
 } // namespace
 
-void paintShadow(QPainter& painter, const QRectF& frame, double cornerRadius) {
+void paintShadow(QPainter& painter, const QRectF& frame) {
     painter.setPen(Qt::NoPen);
     const QRectF dropped = frame.translated(0, kDrop);
     double laid = 0;
-    for (int step = kSteps; step > 0; --step) {
-        const double grow = kReach * step / kSteps;
-        const double wanted = fallOff((step - 1.0) / kSteps);
+    for (int step = 1; step < kSteps; ++step) {
+        const double grow = kReach - 2 * kReach * step / kSteps;
+        const double wanted = opacityAt(grow) - opacityAt(kReach);
         const double layer = (wanted - laid) / (1.0 - laid); // over what is there already
         painter.setBrush(QColor::fromRgbF(0, 0, 0, static_cast<float>(layer)));
-        painter.drawPath(rounded(dropped.adjusted(-grow, -grow, grow, grow), cornerRadius + grow));
+        painter.drawPath(
+            rounded(dropped.adjusted(-grow, -grow, grow, grow), std::max(2.0, kBlur + grow)));
         laid = wanted;
     }
 }
@@ -52,7 +58,7 @@ void CornerCutter::paintEvent(QPaintEvent*) {
     painter.fillPath(corners, Qt::black);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOver);
     painter.setClipPath(corners);
-    paintShadow(painter, rect(), cornerRadius_);
+    paintShadow(painter, rect());
 }
 
 } // namespace klova

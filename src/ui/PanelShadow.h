@@ -11,8 +11,8 @@ namespace klova {
 /// scale.
 inline constexpr QMargins kShadowMargins{28, 20, 28, 36};
 
-/// Draws the shadow of a panel that lies within `frame` and has round corners.
-void paintShadow(QPainter& painter, const QRectF& frame, double cornerRadius);
+/// Draws the shadow of a panel that takes up `frame`.
+void paintShadow(QPainter& painter, const QRectF& frame);
 
 /// Lies over all that a panel shows and takes the square corners away, so that whatever draws there
 /// need not know of them. Clicks go through.

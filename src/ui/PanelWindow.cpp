@@ -116,7 +116,7 @@ void PanelWindow::paintEvent(QPaintEvent*) {
         shadow_.fill(Qt::transparent);
         QPainter painter(&shadow_);
         painter.setRenderHint(QPainter::Antialiasing);
-        paintShadow(painter, contentView_->geometry(), attributes_.cornerRadius);
+        paintShadow(painter, contentView_->geometry());
     }
     QPainter(this).drawPixmap(0, 0, shadow_);
 }

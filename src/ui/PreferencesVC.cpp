@@ -4,6 +4,7 @@
 #include "platform/FatalError.h"
 #include "settings/DataStorageManager.h"
 #include "settings/LoginController.h"
+#include "ui/FitLabels.h"
 #include "ui/Images.h"
 #include "ui/KeyButton.h"
 #include "ui/Palette.h"
@@ -12,6 +13,7 @@
 
 #include <QCoreApplication>
 #include <algorithm>
+#include <optional>
 
 namespace klova {
 namespace {
@@ -41,6 +43,19 @@ bool isActivationKey(KeyCode key) {
 void flipUnless(QAbstractButton& button, bool on) {
     if (button.isChecked() != on)
         setNextState(button);
+}
+
+/// Absent for a mode that there is not.
+std::optional<AttributedString> hintOf(std::string_view mode) {
+    const auto hint = [](const char* text, double size) {
+        return attributed(QCoreApplication::translate("PreferencesVC", text), size, palette::kGray,
+                          palette::kHint);
+    };
+    if (mode == "normal")
+        return hint("Select at least *one* Activation-Key.", 12);
+    if (mode == "note")
+        return hint("*Note*: Selecting only 1 Key suppresses certain Key Commands.", 8);
+    return std::nullopt;
 }
 
 void setTitle(QAbstractButton& button, const char* title) {
@@ -93,7 +108,10 @@ void PreferencesVC::viewDidLoad() {
     backgroundImageView->setParent(&view());
     backgroundImageView->lower();
     required(onlyOneButtonLabel).layer().setOpacity(0);
+    for (const char* mode : {"note", "normal"}) // so that what is below stays where it is
+        onlyOneButtonLabel->reserveRoomFor(*hintOf(mode), PreferencesView::kTextWidth);
     setTitles();
+    fitLabels(view());
 }
 
 void PreferencesVC::setTitles() {
@@ -173,15 +191,8 @@ void PreferencesVC::removeActivationKey(QAbstractButton& button, KeyCode key) {
 }
 
 void PreferencesVC::setHint(std::string_view mode) {
-    const auto hint = [this](const char* text, double size) {
-        required(onlyOneButtonLabel)
-            .setAttributedStringValue(attributed(QCoreApplication::translate("PreferencesVC", text),
-                                                 size, palette::kGray, palette::kHint));
-    };
-    if (mode == "normal")
-        hint("Select at least *one* Activation-Key.", 12);
-    else if (mode == "note")
-        hint("*Note*: Selecting only 1 Key suppresses certain Key Commands.", 8);
+    if (const auto hint = hintOf(mode))
+        required(onlyOneButtonLabel).setAttributedStringValue(*hint);
 }
 
 void PreferencesVC::showHint() {

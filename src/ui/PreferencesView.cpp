@@ -26,7 +26,9 @@ QLabel* label(const QString& words, const QFont& font, const QColor& color) {
 }
 
 QLabel* sectionLabel(const QString& words) {
-    return label(words, palette::font(12, QFont::DemiBold), palette::kText);
+    QLabel* section = label(words, palette::font(12, QFont::DemiBold), palette::kText);
+    section->setContentsMargins(3, 0, 3, 0); // in line with the keys, which leave room for a ring
+    return section;
 }
 
 /// A button that is on until the settings say otherwise.
@@ -48,16 +50,16 @@ QHBoxLayout* row(std::initializer_list<QWidget*> widgets) {
 } // namespace
 
 PreferencesView::PreferencesView()
-    : cmdButton(new KeyCheckButton({text("Super"), 17})),
-      altButton(new KeyCheckButton({text("Alt"), 17})),
-      ctrlButton(new KeyCheckButton({text("Control"), 17})),
-      textView(label(text("Hold the activation keys to move and arrange windows."),
+    : cmdButton(new KeyCheckButton({50, text("Super"), 18})),
+      altButton(new KeyCheckButton({50, text("Alt"), 18})),
+      ctrlButton(new KeyCheckButton({50, text("Control"), 18})),
+      textView(label(text("Hold the activation keys, then drag, click or press an arrow key."),
                      palette::font(11), palette::kGray)),
-      maximizeButton(new KeyCheckButton({{}, 13, false})),
-      centerButton(new KeyCheckButton({{}, 13, false})),
-      reopenButton(loadedOn(new KeyRadioButton({{}, 15}))),
-      reopenButtonTwo(loadedOn(new KeyRadioButton({{}, 15}))),
-      reopenButtonThree(loadedOn(new KeyRadioButton({{}, 15}))),
+      maximizeButton(new KeyCheckButton({38, {}, 13, false})),
+      centerButton(new KeyCheckButton({38, {}, 13, false})),
+      reopenButton(loadedOn(new KeyRadioButton({42, {}, 16}))),
+      reopenButtonTwo(loadedOn(new KeyRadioButton({42, {}, 16}))),
+      reopenButtonThree(loadedOn(new KeyRadioButton({42, {}, 16}))),
       launchButton(new LaunchButton(text("Launch at login"))), onlyOneButtonLabel(new HintLabel) {
     arrange();
     nameForScreenReaders();
@@ -67,24 +69,25 @@ void PreferencesView::arrange() {
     auto* title = label(text("Preferences"), palette::font(15, QFont::DemiBold), palette::kBright);
     title->setAlignment(Qt::AlignCenter);
     textView->setAlignment(Qt::AlignCenter);
+    textView->setContentsMargins(24, 0, 24, 0);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(21, 9, 21, 14);
+    column->setContentsMargins(21, 10, 21, 14);
     column->setSpacing(0);
     const auto section = [column](const QString& name, QLayout* content) {
-        column->addStretch(2);
+        column->addStretch();
         column->addWidget(sectionLabel(name));
         column->addSpacing(3);
         column->addLayout(content);
     };
     column->addWidget(title);
-    column->addSpacing(4);
+    column->addSpacing(6);
     column->addWidget(textView);
     section(text("Activation Keys"), row({ctrlButton, cmdButton, altButton}));
     column->addWidget(onlyOneButtonLabel);
     section(text("Double Click"), row({maximizeButton, centerButton}));
     section(text("Reopen minimized Window"),
             row({reopenButton, reopenButtonTwo, reopenButtonThree}));
-    column->addStretch(2);
+    column->addStretch();
     column->addWidget(launchButton);
 }
 

@@ -13,6 +13,8 @@ class HintLabel;
 /// Its members are its children.
 class PreferencesView final : public QWidget {
 public:
+    static constexpr int kTextWidth = 268; ///< points
+
     PreferencesView();
 
     QAbstractButton* cmdButton;

@@ -1,8 +1,12 @@
 #include "ui/PreferencesWindow.h"
 
+#include <QCoreApplication>
+
 namespace klova {
 
 PreferencesWindow::PreferencesWindow(const QRect&, std::uint32_t, BackingStore, bool)
-    : PanelWindow({.contentRect = {100, 100, 310, 459}}) {}
+    : PanelWindow({.contentRect = {100, 100, 310, 459}}) {
+    setWindowTitle(QCoreApplication::translate("PreferencesWindow", "Klova Preferences"));
+}
 
 } // namespace klova

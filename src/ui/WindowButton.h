@@ -1,6 +1,7 @@
 // The round button that closes a panel.
 #pragma once
 
+#include "ui/ButtonKeys.h"
 #include "ui/Palette.h"
 
 #include <QAbstractButton>
@@ -14,6 +15,10 @@ public:
     explicit WindowButton(const QRect& frame, const QColor& color = palette::kGray);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (!answerKey(*this, *event))
+            QAbstractButton::keyPressEvent(event);
+    }
     void paintEvent(QPaintEvent* event) override;
 
 private:
