@@ -1,5 +1,6 @@
 #include "ui/TourControls.h"
 
+#include "ui/FocusRing.h"
 #include "ui/Palette.h"
 
 #include <QPainter>
@@ -7,8 +8,9 @@
 namespace klova {
 namespace {
 
-constexpr int kRing = 3; // room around the button for the focus ring
+constexpr int kRing = 4; // room around the button for the focus ring
 constexpr int kPadding = 18;
+constexpr int kIconInset = 5;
 constexpr int kIconGap = 8;
 constexpr int kDot = 6;
 constexpr int kCurrentDot = 18;
@@ -19,42 +21,40 @@ constexpr int kDotGap = 6;
 TourButton::TourButton(const QString& text) : QPushButton(text) {
     setFont(palette::font(13, QFont::DemiBold));
     setAutoDefault(true); // or Enter would do nothing outside of a dialog
+    setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
 }
 
-/// The icon's side with the gap behind it; 0 without an icon.
-int TourButton::iconWidth() const {
-    return icon().isNull() ? 0 : fontMetrics().height() + kIconGap;
+int TourButton::iconSide() const { return fontMetrics().height() + 6; }
+
+/// What lies left of the text.
+int TourButton::leading() const {
+    return icon().isNull() ? kPadding : kIconInset + iconSide() + kIconGap;
 }
 
 QSize TourButton::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
-    return QSize(metrics.horizontalAdvance(text()) + iconWidth() + 2 * kPadding,
-                 metrics.height() + 16)
+    return QSize(leading() + metrics.horizontalAdvance(text()) + kPadding,
+                 iconSide() + 2 * kIconInset)
         .grownBy({kRing, kRing, kRing, kRing});
 }
 
 void TourButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF pill = QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing);
-    const double radius = pill.height() / 2;
-    if (hasFocus()) {
-        painter.setPen(QPen(palette::kAccent, 1.5));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75), radius + kRing,
-                                radius + kRing);
-    }
+    const QRect pill = rect().adjusted(kRing, kRing, -kRing, -kRing);
+    const double radius = pill.height() / 2.0;
+    if (showsFocusRing(*this))
+        paintFocusRing(painter, rect(), radius + kRing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(isDown()       ? palette::kAccent.darker(115)
                      : underMouse() ? palette::kAccent.lighter(108)
                                     : palette::kAccent);
     painter.drawRoundedRect(pill, radius, radius);
     painter.setPen(palette::kOnAccent);
-    const QRectF inside = pill.adjusted(kPadding, 0, -kPadding, 0);
-    painter.drawText(inside.adjusted(iconWidth(), 0, 0, 0), Qt::AlignCenter, text());
-    const int side = fontMetrics().height();
+    painter.drawText(pill.adjusted(leading(), 0, -kPadding, 0), Qt::AlignCenter, text());
     icon().paint(&painter,
-                 QRectF(inside.left(), inside.center().y() - side / 2.0, side, side).toRect());
+                 {pill.topLeft() + QPoint(kIconInset, kIconInset), QSize(iconSide(), iconSide())});
 }
 
 void PageDots::setPage(int page) {

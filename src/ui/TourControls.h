@@ -17,7 +17,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    int iconWidth() const;
+    int iconSide() const;
+    int leading() const;
 };
 
 /// A dot for each page, that of the current one drawn out.

@@ -32,9 +32,9 @@ struct Beat {
     double seconds = 0;
     double held = 0; ///< the share of the activation keys that is down at the end, 0 to 1
     unsigned pressed = kNothing;
-    Frame window;  ///< at the end
-    Point pointer; ///< at the end
-    bool minimized = false;
+    bool minimized = false; ///< at the end
+    Frame window;           ///< at the end
+    Point pointer;          ///< at the end
     /// In the translation context "klova"; "%1" stands for the reopen letter.
     const char* caption = "";
 };

@@ -54,7 +54,9 @@ void paintStill(QPainter& painter, const QRectF& area, const Gesture& gesture, s
     const double keys = std::min(kKeys, half);
     paintKeys(painter, {side.left(), side.center().y() - keys, side.width(), keys}, keycaps,
               gesture.beats[beat].pressed, picture);
-    paintCaption(painter, side.adjusted(0, half, 0, 0), picture, keycaps);
+    const double lines = QFontMetricsF(palette::font(12, QFont::DemiBold)).height() * 2.4;
+    paintCaption(painter, {side.left(), side.center().y(), side.width(), std::min(half, lines)},
+                 picture, keycaps);
 }
 
 } // namespace
