@@ -47,13 +47,15 @@ void EmbeddedIcon::paintEvent(QPaintEvent*) {
 
 void EmbeddedIcon::resizeEvent(QResizeEvent*) { cutOut(); }
 
-/// Where the panel is not seen behind the icon, what would be black around it is cut off.
+/// Where the panel is not seen behind the icon, what would be black around it is cut off, and what
+/// would be nearly so.
 void EmbeddedIcon::cutOut() {
     if (blends_)
         return;
     QImage shape(size(), QImage::Format_ARGB32_Premultiplied);
     shape.fill(Qt::transparent);
     QPainter painter(&shape);
+    painter.setOpacity(0.55); // half is where a mask begins
     icon_.paint(&painter, rect());
     painter.end();
     setMask(QBitmap::fromImage(shape.createAlphaMask()));
