@@ -17,7 +17,7 @@ test_packages=(
     xfwm4 marco mate-settings-daemon-common metacity mutter kwin-x11 kwin-style-breeze
     icewm fluxbox jwm i3-wm
     trayer xfce4-panel xfconf libglib2.0-bin
-    dex desktop-file-utils xauth
+    dex desktop-file-utils dunst xauth
 )
 lint_packages=(clang-format clang-tidy)
 

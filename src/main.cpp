@@ -18,6 +18,7 @@
 #include "platform/x11/X11Desktop.h"
 #include "platform/x11/XlibErrors.h"
 
+#include <QTimer>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -92,6 +93,10 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
                     .loginItems = loginItems};
     AppDelegate delegate(desktop, tray);
     const GestureMenu menu(delegate);
+    x11.instance().setCalled([&] {
+        if (application.running())
+            QTimer::singleShot(0, [&delegate] { delegate.openPreferences(); });
+    });
     delegate.applicationDidFinishLaunching();
     watchedConnection = -1;
 }
@@ -106,9 +111,10 @@ int connectAndRun(const char* invokedAs) {
     TrustNotification trustPrompt;
     x11::X11Desktop x11;
     x11.setTrustPrompt(trustPrompt);
-    const x11::SingleInstance instance(x11.connection());
-    if (!instance.acquired())
+    if (!x11.instance().acquired()) {
+        x11.instance().callFirst();
         return end(EX_OK, "already running on display " + displayName());
+    }
     runOn(x11, autostart);
     return EX_OK;
 }

@@ -62,13 +62,16 @@ std::vector<std::string> commandFor(ScreenSize size, ServerKind kind) {
     return command;
 }
 
-Process start(ScreenSize size, ServerKind kind, std::string& display) {
+Process start(ScreenSize size, ServerKind kind, const std::vector<std::string>& options,
+              std::string& display) {
     Pipe pipe;
     Environment environment{{"PATH", variable("PATH")}};
     if (kind == ServerKind::nested)
         for (const char* name : {"DISPLAY", "XAUTHORITY", "HOME"})
             environment[name] = variable(name);
-    Process process(commandFor(size, kind),
+    auto command = commandFor(size, kind);
+    command.insert(command.end(), options.begin(), options.end());
+    Process process(command,
                     {.environment = environment, .output = {}, .standardOutput = pipe.writing()});
     pipe.closeWriting();
     const auto number = pipe.readLine();
@@ -80,7 +83,7 @@ Process start(ScreenSize size, ServerKind kind, std::string& display) {
 
 } // namespace
 
-XServer::XServer(ScreenSize size, ServerKind kind)
-    : size_(size), process_(start(size, kind, display_)) {}
+XServer::XServer(ScreenSize size, ServerKind kind, const std::vector<std::string>& options)
+    : size_(size), process_(start(size, kind, options, display_)) {}
 
 } // namespace klova::rig

@@ -5,6 +5,7 @@
 #include "desktop/Rect.h"
 
 #include <string>
+#include <vector>
 
 namespace klova::rig {
 
@@ -22,8 +23,9 @@ struct ScreenSize {
 class XServer {
 public:
     /// Returns once the server takes connections, on a display number of its own choice. Throws
-    /// std::runtime_error where it does not come up.
-    explicit XServer(ScreenSize size = {}, ServerKind kind = ServerKind::offScreen);
+    /// std::runtime_error where it does not come up. `options` are the server's own.
+    explicit XServer(ScreenSize size = {}, ServerKind kind = ServerKind::offScreen,
+                     const std::vector<std::string>& options = {});
 
     /// As in ":99".
     const std::string& display() const { return display_; }

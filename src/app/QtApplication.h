@@ -18,6 +18,8 @@ public:
     void terminate() override;
     void run() override;
 
+    bool running() const { return running_; }
+
 private:
     QApplication application_;
     bool running_ = false;

@@ -14,6 +14,7 @@ namespace klova::x11 {
     atom(_GTK_APPLICATION_ID)                                                                      \
     atom(_GTK_FRAME_EXTENTS)                                                                       \
     atom(_KDE_NET_WM_DESKTOP_FILE)                                                                 \
+    atom(_KLOVA_STARTED_AGAIN)                                                                     \
     atom(_NET_ACTIVE_WINDOW)                                                                       \
     atom(_NET_CLIENT_LIST)                                                                         \
     atom(_NET_FRAME_EXTENTS)                                                                       \

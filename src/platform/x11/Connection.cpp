@@ -93,6 +93,14 @@ void Connection::queryExtensions() {
     hasXResource_ = present(xcb_res_id) != nullptr;
 }
 
+xcb_atom_t Connection::atomOfScreen(const std::string& prefix) {
+    const std::string name = prefix + std::to_string(screenNumber_);
+    const auto reply = own(xcb_intern_atom_reply(
+        get(), xcb_intern_atom(get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+}
+
 UniqueC<xcb_generic_event_t> Connection::poll() {
     if (waiting_.empty())
         return receive();

@@ -53,10 +53,10 @@ private:
 };
 
 InputBridge::InputBridge(Connection& connection, Screens& screens)
-    : state_{connection}, keys_(state_), pointer_(state_, screens) {
-    keyMapChanged_ = connection.missingExtensions().empty();
-    if (!keyMapChanged_)
-        return; // one request of an extension that is not there would end the connection
+    : state_{connection}, keys_(state_), pointer_(state_, screens),
+      usable_(connection.missingExtensions().empty()) {
+    if (!usable_)
+        return;
     selectKeyboardEvents(connection);
     selectXInputEvents(connection, kMasterKeyboard, kWatchedKeys);
     selectXInputEvents(connection, kMasterPointer, kWatchedButtons);
@@ -69,7 +69,7 @@ InputBridge::InputBridge(Connection& connection, Screens& screens)
 std::unique_ptr<EventTapPort> InputBridge::CGEventTapCreate(std::uint32_t, std::uint32_t,
                                                             std::uint32_t, std::uint64_t mask,
                                                             TapClient& client) {
-    if (state_.tap != nullptr || !state_.connection.missingExtensions().empty())
+    if (state_.tap != nullptr || !usable_)
         return nullptr;
     grabsOutdated_ = true;
     return std::make_unique<Registration>(state_, mask, client);
@@ -92,6 +92,8 @@ std::optional<MonitorId> InputBridge::addGlobalMonitorForEventsMatchingMask(std:
 void InputBridge::removeMonitor(MonitorId monitor) { state_.monitors.remove(monitor); }
 
 void InputBridge::handle(const xcb_generic_event_t& event) {
+    if (!usable_)
+        return;
     const auto type = static_cast<std::uint8_t>(event.response_type & 0x7F);
     pointer_.handle(event);
     if (type == XCB_GE_GENERIC) {
@@ -192,7 +194,7 @@ void InputBridge::readKeyMap() {
 }
 
 void InputBridge::settle() {
-    if (keyMapChanged_)
+    if (usable_ && keyMapChanged_)
         readKeyMap();
     if (state_.tap == nullptr)
         return;

@@ -52,6 +52,8 @@ private:
     InputState state_;
     KeyInput keys_;
     PointerInput pointer_;
+    /// False where an extension is missing: one request of it would end the connection.
+    bool usable_;
     bool keyMapChanged_ = true;
     bool grabsOutdated_ = false; ///< the plan of the passive grabs may have changed
     xcb_timestamp_t lastTime_ = XCB_CURRENT_TIME;

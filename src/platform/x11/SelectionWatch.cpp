@@ -9,12 +9,9 @@ namespace klova::x11 {
 SelectionWatch::SelectionWatch(Connection& connection, const std::string& prefix) {
     xcb_connection_t* x = connection.get();
     const auto* extension = xcb_get_extension_data(x, &xcb_xfixes_id);
-    const std::string name = prefix + std::to_string(connection.screenNumber());
-    const auto atom = own(xcb_intern_atom_reply(
-        x, xcb_intern_atom(x, 0, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
-    if (extension == nullptr || extension->present == 0 || !atom)
+    if (extension == nullptr || extension->present == 0)
         return;
-    selection_ = atom->atom;
+    selection_ = connection.atomOfScreen(prefix);
     firstEvent_ = extension->first_event;
     // The server answers nothing of the extension before it was asked for a version.
     xcb_discard_reply(x, xcb_xfixes_query_version(x, 1, 0).sequence);

@@ -1,6 +1,7 @@
 #include "platform/x11/X11Desktop.h"
 
 #include "platform/x11/InputBridge.h"
+#include "platform/x11/SingleInstance.h"
 #include "platform/x11/X11AccessibilityService.h"
 #include "platform/x11/X11Panels.h"
 #include "platform/x11/X11Screens.h"
@@ -31,6 +32,12 @@ EventMonitors& X11Desktop::monitors() { return *input_; }
 TrayArea& X11Desktop::trayArea() { return *trayArea_; }
 Panels& X11Desktop::panels() { return *panels_; }
 
+SingleInstance& X11Desktop::instance() {
+    if (!instance_)
+        instance_ = std::make_unique<SingleInstance>(connection_);
+    return *instance_;
+}
+
 void X11Desktop::setTrustPrompt(TrustPrompt& prompt) { accessibility_->setTrustPrompt(prompt); }
 
 bool X11Desktop::dispatch() {
@@ -41,6 +48,8 @@ bool X11Desktop::dispatch() {
             accessibility_->handle(*event);
             trayArea_->handle(*event);
             panels_->handle(*event);
+            if (instance_)
+                instance_->handle(*event);
             accessibility_->flushWrites();
             connection_.flush();
             event = connection_.poll();

@@ -13,14 +13,15 @@ class EventMonitors;
 class EventTapService;
 class Panels;
 class Screens;
-class TrustPrompt;
 class TrayArea;
+class TrustPrompt;
 class Workspace;
 } // namespace klova
 
 namespace klova::x11 {
 
 class InputBridge;
+class SingleInstance;
 class X11AccessibilityService;
 class X11Panels;
 class X11Screens;
@@ -42,6 +43,9 @@ public:
     TrayArea& trayArea();
     Panels& panels();
 
+    /// Claims the screen at the first call.
+    SingleInstance& instance();
+
     /// `prompt` is borrowed and outlives this.
     void setTrustPrompt(TrustPrompt& prompt);
 
@@ -57,6 +61,7 @@ private:
     std::unique_ptr<InputBridge> input_;
     std::unique_ptr<X11TrayArea> trayArea_;
     std::unique_ptr<X11Panels> panels_;
+    std::unique_ptr<SingleInstance> instance_; ///< null until it is asked for
 };
 
 } // namespace klova::x11

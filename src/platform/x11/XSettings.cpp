@@ -89,14 +89,8 @@ SharedSettings parseSettings(std::span<const std::uint8_t> property) {
     return settings;
 }
 
-XSettings::XSettings(Connection& connection) : connection_(connection) {
-    const std::string name = "_XSETTINGS_S" + std::to_string(connection.screenNumber());
-    if (const auto reply = own(xcb_intern_atom_reply(
-            connection.get(),
-            xcb_intern_atom(connection.get(), 0, static_cast<std::uint16_t>(name.size()),
-                            name.data()),
-            nullptr)))
-        selection_ = reply->atom;
+XSettings::XSettings(Connection& connection)
+    : connection_(connection), selection_(connection.atomOfScreen("_XSETTINGS_S")) {
     connection_.selectRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY); // a new manager's announcement
     findManager();
 }
