@@ -36,7 +36,8 @@ struct Picture {
 
 class VectorEngine final : public QIconEngine {
 public:
-    explicit VectorEngine(std::shared_ptr<Picture> picture) : picture_(std::move(picture)) {}
+    VectorEngine(QString name, std::shared_ptr<Picture> picture)
+        : name_(std::move(name)), picture_(std::move(picture)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
         const double pixels = rect.width() * painter->device()->devicePixelRatio();
@@ -51,7 +52,9 @@ public:
         return result;
     }
 
-    QIconEngine* clone() const override { return new VectorEngine(picture_); }
+    QString iconName() override { return name_; }
+
+    QIconEngine* clone() const override { return new VectorEngine(name_, picture_); }
 
     /// The sizes that trays take, since they ask for no others.
     QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
@@ -62,6 +65,7 @@ public:
     }
 
 private:
+    QString name_;
     std::shared_ptr<Picture> picture_;
 };
 
@@ -71,7 +75,7 @@ QIcon imageNamed(const QString& name) {
     auto picture = std::make_shared<Picture>(name);
     if (!picture->drawing.isValid())
         fatalError("there is no picture named " + name.toStdString());
-    return QIcon(new VectorEngine(std::move(picture))); // takes the engine
+    return QIcon(new VectorEngine(name, std::move(picture))); // takes the engine
 }
 
 } // namespace klova

@@ -2,6 +2,7 @@
 
 #include "ui/FocusRing.h"
 #include "ui/Palette.h"
+#include "ui/RadioAccessible.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -89,6 +90,16 @@ void paintKey(QAbstractButton& button, const KeyLook& look, bool radio) {
     paintTexts(painter, face, button, look);
     if (showsFocusRing(button))
         paintFocusRing(painter, button.rect(), kRadius + 2);
+}
+
+void announceRadioButtons() {
+    [[maybe_unused]] static const bool once = [] {
+        QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
+            auto* radio = dynamic_cast<KeyRadioButton*>(object);
+            return radio != nullptr ? new RadioAccessible(*radio) : nullptr; // Qt's to delete
+        });
+        return true;
+    }();
 }
 
 void setNextState(QAbstractButton& button) {

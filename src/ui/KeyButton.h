@@ -24,6 +24,9 @@ QSize sizeOfKey(const KeyLook& look);
 QSize smallestSizeOfKey(const KeyLook& look);
 void paintKey(QAbstractButton& button, const KeyLook& look, bool radio);
 
+/// Lets screen readers know the radio buttons below as such.
+void announceRadioButtons();
+
 /// 1 or 0.
 inline int stateOf(const QAbstractButton& button) { return button.isChecked() ? 1 : 0; }
 
@@ -35,6 +38,7 @@ template <class Base> class KeyButtonOf final : public Base {
 public:
     explicit KeyButtonOf(KeyLook look) : look_(std::move(look)) {
         this->setAutoExclusive(false); // the panel's own rules decide
+        announceRadioButtons();
         this->setAttribute(Qt::WA_Hover);
         this->setFocusPolicy(Qt::StrongFocus);
     }

@@ -37,6 +37,10 @@ public:
     std::optional<QByteArray> dataOfType(const QString& type, StatusError& error) const;
     bool readFromData(const QByteArray& data, const QString& type, StatusError& error);
 
+    const std::vector<std::unique_ptr<PanelWindowController>>& windowControllers() const {
+        return windowControllers_;
+    }
+
 protected:
     /// Takes ownership.
     void addWindowController(std::unique_ptr<PanelWindowController> controller);
