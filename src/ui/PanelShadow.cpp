@@ -42,15 +42,28 @@ void paintShadow(QPainter& painter, const QRectF& frame) {
     }
 }
 
-CornerCutter::CornerCutter(QWidget& content, double cornerRadius)
+PanelEdge::PanelEdge(QWidget& content, double cornerRadius)
     : QWidget(&content), cornerRadius_(cornerRadius) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setGeometry(content.rect());
 }
 
-void CornerCutter::paintEvent(QPaintEvent*) {
+void PanelEdge::setCutting(bool cutting) {
+    cutting_ = cutting;
+    update();
+}
+
+void PanelEdge::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(255, 255, 255, 34), 1)); // tells the panel from a dark desktop
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius_ - 0.5,
+                            cornerRadius_ - 0.5);
+    if (cutting_)
+        cutCorners(painter);
+}
+
+void PanelEdge::cutCorners(QPainter& painter) const {
     QPainterPath corners;
     corners.addRect(rect());
     corners -= rounded(rect(), cornerRadius_);

@@ -2,6 +2,7 @@
 
 #include "platform/FatalError.h"
 #include "platform/Panels.h"
+#include "ui/Images.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -44,6 +45,7 @@ PanelWindow::PanelWindow(const WindowAttributes& attributes)
     contentView_->setGeometry(QRect({kShadowMargins.left(), kShadowMargins.top()}, size));
     if (panels != nullptr)
         panels->setCompositedChanged(invalidateShadows);
+    setWindowIcon(imageNamed("klova"));
     winId();
     center(); // which asks the server for the pointer: the window is known there from now on
 }
@@ -58,9 +60,9 @@ void PanelWindow::setContentView(QWidget& view) {
 }
 
 void PanelWindow::setupContentView() {
-    corners_ = new CornerCutter(*contentView_, attributes_.cornerRadius);
-    corners_->raise();
-    corners_->show();
+    edge_ = new PanelEdge(*contentView_, attributes_.cornerRadius);
+    edge_->raise();
+    edge_->show();
 }
 
 void PanelWindow::center() {
@@ -78,8 +80,8 @@ bool PanelWindow::shadowed() const {
 
 void PanelWindow::invalidateShadow() {
     shadow_ = QPixmap();
-    if (corners_ != nullptr)
-        corners_->setVisible(shadowed());
+    if (edge_ != nullptr)
+        edge_->setCutting(shadowed());
     if (panels != nullptr)
         panels->setFrame(winId(), frameOf(*windowHandle(), attributes_.cornerRadius));
     update();

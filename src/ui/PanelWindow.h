@@ -59,8 +59,8 @@ private:
     void activateWhenShown();
 
     WindowAttributes attributes_;
-    QWidget* contentView_;            ///< a child
-    CornerCutter* corners_ = nullptr; ///< the content view's, once it is rounded
+    QWidget* contentView_;      ///< a child
+    PanelEdge* edge_ = nullptr; ///< the content view's, once it is rounded
     QPixmap shadow_;
     bool activating_ = false; ///< until the window is on the screen
     std::function<void()> closeRequested_;
