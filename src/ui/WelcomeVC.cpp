@@ -56,6 +56,7 @@ void WelcomeVC::viewDidLoad() {
     view().setGeometry(0, 0, 310, 459);
     paintGround(view());
     makeViews();
+    layOutViews();
     paintGround(*containerViewForPages);
     goToPage(1);
     showCurrentPage();
@@ -76,7 +77,9 @@ void WelcomeVC::makeViews() {
         if (currentPage < kLastPage)
             nextButton->click();
     });
+}
 
+void WelcomeVC::layOutViews() {
     auto* footer = new QHBoxLayout;
     footer->setContentsMargins(22, 12, 22, 20);
     footer->addWidget(dots_);

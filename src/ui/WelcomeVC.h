@@ -42,6 +42,7 @@ protected:
 
 private:
     void makeViews();
+    void layOutViews();
     void goToPage(int page);
     void becomeStartButton();
     void runTransition();

@@ -5,17 +5,27 @@
 #include "ui/PanelDelegate.h"
 
 #include <QApplication>
+#include <memory>
 
 namespace klova::test {
 
-inline QApplication& application() {
-    static int count = 1;
-    static char name[] = "ui_tests";
-    static char* arguments[] = {name, nullptr};
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QApplication instance(count, arguments);
-    return instance;
-}
+/// The program's one application object, gone before the objects that Qt keeps to the end.
+class OffscreenQt final : public testing::Environment {
+    void SetUp() override {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        application_ = std::make_unique<QApplication>(count_, arguments_);
+    }
+    void TearDown() override { application_.reset(); }
+
+    int count_ = 1;
+    char name_[9] = "ui_tests";
+    char* arguments_[2] = {name_, nullptr};
+    std::unique_ptr<QApplication> application_;
+};
+inline const testing::Environment* const offscreenQt =
+    testing::AddGlobalTestEnvironment(new OffscreenQt); // which takes it
+
+inline QApplication& application() { return *qApp; }
 
 /// Its notes stand between those of the simulated desktop.
 struct NotingShell final : PanelDelegate {

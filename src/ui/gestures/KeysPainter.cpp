@@ -101,32 +101,35 @@ void paintArrows(QPainter& painter, const QRectF& area, const Picture& picture) 
     paintArrow(painter, place(1, 1), 270, picture.light(kDownArrow));
 }
 
-void paintMouse(QPainter& painter, const QRectF& area, const Picture& picture) {
+void paintMouseLines(QPainter& painter, const QRectF& area, double buttons) {
     const double unit = area.height() / 40;
-    const double radius = area.width() / 2;
-    QPainterPath body;
-    body.addRoundedRect(area, radius, radius);
-    painter.setPen(Qt::NoPen);
-    painter.fillPath(body, palette::kWell);
-    const QSizeF button(radius, area.height() * 0.45);
-    painter.save();
-    painter.setClipPath(body, Qt::IntersectClip);
-    painter.fillRect(QRectF(area.topLeft(), button),
-                     between(palette::kWell, palette::kAccent, picture.light(kLeftButton)));
-    painter.fillRect(QRectF(area.topLeft() + QPointF(radius, 0), button),
-                     between(palette::kWell, palette::kAccent, picture.light(kRightButton)));
-    painter.restore();
+    const double middle = area.center().x();
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(palette::kEdge, unit * 1.6));
-    painter.drawPath(body);
-    const double bottom = area.top() + button.height();
-    painter.drawLine(QPointF(area.left(), bottom), QPointF(area.right(), bottom));
-    painter.drawLine(QPointF(area.center().x(), area.top()), QPointF(area.center().x(), bottom));
+    painter.drawRoundedRect(area, area.width() / 2, area.width() / 2);
+    painter.drawLine(QPointF(area.left(), buttons), QPointF(area.right(), buttons));
+    painter.drawLine(QPointF(middle, area.top()), QPointF(middle, buttons));
+    const QRectF wheel(middle - 2.5 * unit, area.top() + 6 * unit, 5 * unit, 9 * unit);
     painter.setBrush(palette::kText);
     painter.setPen(QPen(palette::kGround, unit));
-    painter.drawRoundedRect(
-        QRectF(area.center().x() - 2.5 * unit, area.top() + 6 * unit, 5 * unit, 9 * unit),
-        2.5 * unit, 2.5 * unit);
+    painter.drawRoundedRect(wheel, wheel.width() / 2, wheel.width() / 2);
+}
+
+void paintMouse(QPainter& painter, const QRectF& area, const Picture& picture) {
+    const QSizeF button(area.width() / 2, area.height() * 0.45);
+    const auto paintButton = [&](double left, Control control) {
+        painter.fillRect(QRectF(QPointF(left, area.top()), button),
+                         between(palette::kWell, palette::kAccent, picture.light(control)));
+    };
+    QPainterPath body;
+    body.addRoundedRect(area, button.width(), button.width());
+    painter.save();
+    painter.setClipPath(body, Qt::IntersectClip);
+    painter.fillRect(area, palette::kWell);
+    paintButton(area.left(), kLeftButton);
+    paintButton(area.center().x(), kRightButton);
+    painter.restore();
+    paintMouseLines(painter, area, area.top() + button.height());
 }
 
 Piece letters(const Keycap& keycap, double light) {
