@@ -163,12 +163,13 @@ TEST(ClickLimits, AreReadInBothByteOrdersUpToAnyEnd) {
         Property all{bigEndian};
         all.start(5).setting(1, "Net/ThemeName", {5, 1, 2}).setting(2, "Colour", {3, 4});
         const auto time = all.setting(0, "Net/DoubleClickTime", {250}).bytes.size();
-        all.setting(0, "Xft/DPI", {98304}).setting(0, "Net/DoubleClickDistance", {9});
+        all.setting(0, "Gtk/EnableAnimations", {0}).setting(0, "Net/DoubleClickDistance", {9});
         for (auto size = all.bytes.size() + 1; size-- > 0;) {
             const std::vector<std::uint8_t> part(all.bytes.data(), all.bytes.data() + size);
             const double distance = size < all.bytes.size() ? 5 : 9;
             EXPECT_EQ(parseSettings(part).clicks, (ClickLimits{size < time ? 400U : 250U, distance}));
         }
+        EXPECT_FALSE(parseSettings(all.bytes).animations);
     }
 }
 
