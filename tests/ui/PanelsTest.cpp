@@ -9,6 +9,7 @@
 #include "ui/Palette.h"
 #include "ui/PreferencesDocument.h"
 #include "ui/PreferencesWindow.h"
+#include "ui/WelcomeDocument.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -80,6 +81,8 @@ TEST_F(PanelsTest, openAndCloseAsOftenAsAsked) {
     EXPECT_NE(closed, nullptr) << "outlives its closing";
     preferences.preferencesWindowViewController->openPreferencesWindow();
     EXPECT_TRUE(preferences.preferencesWindowViewController->window()->isVisible());
+    WelcomeDocument welcome;
+    opensAndCloses(welcome, shell);
     AboutDocument about;
     opensAndCloses(about, shell);
     applicationDelegate = &sim;
