@@ -4,15 +4,12 @@
 #include "ui/Images.h"
 #include "ui/Palette.h"
 
-#include <QCoreApplication>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
 
 namespace klova {
 namespace {
-
-QString text(const char* source) { return QCoreApplication::translate("AboutVC", source); }
 
 QLabel* line(const QString& words, const QFont& font, const QColor& color) {
     auto* label = new QLabel(words);
@@ -57,13 +54,12 @@ void AboutVC::viewDidLoad() {
     };
     add(new IconView(72), 6);
     add(line("KLOVA", palette::font(20, QFont::Bold), palette::kBright), 0);
-    QLabel* version =
-        line(text("Version %1").arg(KLOVA_VERSION), palette::font(12), palette::kText);
+    QLabel* version = line(tr("Version %1").arg(KLOVA_VERSION), palette::font(12), palette::kText);
     version->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     add(version, 8);
-    add(line(text("Free software under the MIT licence"), palette::font(11), palette::kText), 8);
+    add(line(tr("Free software under the MIT licence"), palette::font(11), palette::kText), 8);
     column->addStretch();
-    add(line(text("Stands on %1").arg("Qt, XCB, Xlib, xkbcommon, GLib and JSON for Modern C++"),
+    add(line(tr("Stands on %1").arg("Qt, XCB, Xlib, xkbcommon, GLib and JSON for Modern C++"),
              palette::font(10), palette::kGray),
         0);
     fitLabels(view());

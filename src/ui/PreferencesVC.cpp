@@ -11,7 +11,6 @@
 #include "ui/PanelDelegate.h"
 #include "ui/PreferencesView.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <optional>
 
@@ -47,19 +46,19 @@ void flipUnless(QAbstractButton& button, bool on) {
 
 /// Absent for a mode that there is not.
 std::optional<AttributedString> hintOf(std::string_view mode) {
-    const auto hint = [](const char* text, double size) {
-        return attributed(QCoreApplication::translate("PreferencesVC", text), size, palette::kGray,
-                          palette::kHint);
+    const auto hint = [](const QString& text, double size) {
+        return attributed(text, size, palette::kGray, palette::kHint);
     };
     if (mode == "normal")
-        return hint("Select at least *one* Activation-Key.", 12);
+        return hint(PreferencesVC::tr("Select at least *one* Activation-Key."), 12);
     if (mode == "note")
-        return hint("*Note*: Selecting only 1 Key suppresses certain Key Commands.", 8);
+        return hint(
+            PreferencesVC::tr("*Note*: Selecting only 1 Key suppresses certain Key Commands."), 8);
     return std::nullopt;
 }
 
-void setTitle(QAbstractButton& button, const char* title) {
-    button.setText(QCoreApplication::translate("PreferencesVC", title));
+void setTitle(QAbstractButton& button, const QString& title) {
+    button.setText(title);
     QPalette colors = button.palette();
     colors.setColor(QPalette::ButtonText, palette::kGray);
     button.setPalette(colors);
@@ -80,10 +79,15 @@ QWidget* PreferencesVC::loadView() {
     reopenButtonThree = view->reopenButtonThree;
     launchButton = view->launchButton;
     onlyOneButtonLabel = view->onlyOneButtonLabel;
-    const auto answer = [this, view](QAbstractButton* button,
-                                     void (PreferencesVC::*handler)(QAbstractButton&)) {
+    connectControls(*view);
+    return view;
+}
+
+void PreferencesVC::connectControls(QWidget& view) {
+    const auto answer = [this, &view](QAbstractButton* button,
+                                      void (PreferencesVC::*handler)(QAbstractButton&)) {
         // Not "clicked": a screen reader flips a button without a click.
-        QObject::connect(button, &QAbstractButton::toggled, view,
+        QObject::connect(button, &QAbstractButton::toggled, &view,
                          [this, button, handler] { (this->*handler)(*button); });
     };
     answer(cmdButton, &PreferencesVC::cmdButtonClicked);
@@ -95,7 +99,6 @@ QWidget* PreferencesVC::loadView() {
     answer(reopenButtonTwo, &PreferencesVC::reopenButtonTwoClicked);
     answer(reopenButtonThree, &PreferencesVC::reopenButtonThreeClicked);
     answer(launchButton, &PreferencesVC::launchButtonClicked);
-    return view;
 }
 
 void PreferencesVC::viewDidLoad() {
@@ -115,14 +118,14 @@ void PreferencesVC::viewDidLoad() {
 }
 
 void PreferencesVC::setTitles() {
-    setTitle(required(cmdButton), "\u2318");
-    setTitle(required(altButton), "\u2325");
-    setTitle(required(maximizeButton), "Maximize");
-    setTitle(required(centerButton), "Center");
-    setTitle(required(reopenButton), "Q");
-    setTitle(required(reopenButtonTwo), "E");
-    setTitle(required(reopenButtonThree), "C");
-    setTitle(required(ctrlButton), "Ctrl");
+    setTitle(required(cmdButton), tr("\u2318"));
+    setTitle(required(altButton), tr("\u2325"));
+    setTitle(required(maximizeButton), tr("Maximize"));
+    setTitle(required(centerButton), tr("Center"));
+    setTitle(required(reopenButton), tr("Q"));
+    setTitle(required(reopenButtonTwo), tr("E"));
+    setTitle(required(reopenButtonThree), tr("C"));
+    setTitle(required(ctrlButton), tr("Ctrl"));
 }
 
 void PreferencesVC::viewWillAppear() {
@@ -138,8 +141,7 @@ void PreferencesVC::viewWillAppear() {
     const bool launching = storage().isLaunchingOnStartup();
     required(launchButton).setIcon(imageNamed(launching ? "launchAtStartOn" : "launchAtStartOff"));
     if (launching)
-        setNextState(
-            *launchButton); // whatever its state: shown again it stands off, and its picture on
+        setNextState(*launchButton); // from whatever it is: shown again, it stands off
 }
 
 void PreferencesVC::turnOffOtherReopenButtons(const QAbstractButton& chosen) {

@@ -7,6 +7,7 @@
 #include "ui/HintLabel.h"
 
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QPointer>
 #include <array>
@@ -16,6 +17,8 @@
 namespace klova {
 
 class PreferencesVC final : public ViewController {
+    Q_DECLARE_TR_FUNCTIONS(PreferencesVC)
+
 public:
     // The view's own. A handler that misses the one it needs is a fatal error.
     QPointer<QAbstractButton> cmdButton;
@@ -52,6 +55,7 @@ protected:
     QWidget* loadView() override;
 
 private:
+    void connectControls(QWidget& view);
     void setTitles();
     void toggleActivationKey(QAbstractButton& button, KeyCode key);
     void removeActivationKey(QAbstractButton& button, KeyCode key);

@@ -5,15 +5,12 @@
 #include "ui/LaunchButton.h"
 #include "ui/Palette.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <initializer_list>
 
 namespace klova {
 namespace {
-
-QString text(const char* source) { return QCoreApplication::translate("PreferencesVC", source); }
 
 QLabel* label(const QString& words, const QFont& font, const QColor& color) {
     auto* label = new QLabel(words);
@@ -50,23 +47,23 @@ QHBoxLayout* row(std::initializer_list<QWidget*> widgets) {
 } // namespace
 
 PreferencesView::PreferencesView()
-    : cmdButton(new KeyCheckButton({50, text("Super"), 18})),
-      altButton(new KeyCheckButton({50, text("Alt"), 18})),
-      ctrlButton(new KeyCheckButton({50, text("Control"), 18})),
-      textView(label(text("Hold the activation keys, then drag, click or press an arrow key."),
+    : cmdButton(new KeyCheckButton({50, tr("Super"), 18})),
+      altButton(new KeyCheckButton({50, tr("Alt"), 18})),
+      ctrlButton(new KeyCheckButton({50, tr("Control"), 18})),
+      textView(label(tr("Hold the activation keys, then drag, click or press an arrow key."),
                      palette::font(11), palette::kGray)),
       maximizeButton(new KeyCheckButton({38, {}, 13, false})),
       centerButton(new KeyCheckButton({38, {}, 13, false})),
       reopenButton(loadedOn(new KeyRadioButton({42, {}, 16}))),
       reopenButtonTwo(loadedOn(new KeyRadioButton({42, {}, 16}))),
       reopenButtonThree(loadedOn(new KeyRadioButton({42, {}, 16}))),
-      launchButton(new LaunchButton(text("Launch at login"))), onlyOneButtonLabel(new HintLabel) {
+      launchButton(new LaunchButton(tr("Launch at login"))), onlyOneButtonLabel(new HintLabel) {
     arrange();
     nameForScreenReaders();
 }
 
 void PreferencesView::arrange() {
-    auto* title = label(text("Preferences"), palette::font(15, QFont::DemiBold), palette::kBright);
+    auto* title = label(tr("Preferences"), palette::font(15, QFont::DemiBold), palette::kBright);
     title->setAlignment(Qt::AlignCenter);
     textView->setAlignment(Qt::AlignCenter);
     textView->setContentsMargins(24, 0, 24, 0);
@@ -82,25 +79,24 @@ void PreferencesView::arrange() {
     column->addWidget(title);
     column->addSpacing(6);
     column->addWidget(textView);
-    section(text("Activation Keys"), row({ctrlButton, cmdButton, altButton}));
+    section(tr("Activation Keys"), row({ctrlButton, cmdButton, altButton}));
     column->addWidget(onlyOneButtonLabel);
-    section(text("Double Click"), row({maximizeButton, centerButton}));
-    section(text("Reopen minimized Window"),
-            row({reopenButton, reopenButtonTwo, reopenButtonThree}));
+    section(tr("Double Click"), row({maximizeButton, centerButton}));
+    section(tr("Reopen minimized Window"), row({reopenButton, reopenButtonTwo, reopenButtonThree}));
     column->addStretch();
     column->addWidget(launchButton);
 }
 
 void PreferencesView::nameForScreenReaders() {
-    cmdButton->setAccessibleName(text("Super is an activation key"));
-    altButton->setAccessibleName(text("Alt is an activation key"));
-    ctrlButton->setAccessibleName(text("Control is an activation key"));
-    maximizeButton->setAccessibleName(text("Double click maximizes"));
-    centerButton->setAccessibleName(text("Double click centers"));
-    reopenButton->setAccessibleName(text("Q reopens the minimized window"));
-    reopenButtonTwo->setAccessibleName(text("E reopens the minimized window"));
-    reopenButtonThree->setAccessibleName(text("C reopens the minimized window"));
-    launchButton->setAccessibleName(text("Launch at login"));
+    cmdButton->setAccessibleName(tr("Super is an activation key"));
+    altButton->setAccessibleName(tr("Alt is an activation key"));
+    ctrlButton->setAccessibleName(tr("Control is an activation key"));
+    maximizeButton->setAccessibleName(tr("Double click maximizes"));
+    centerButton->setAccessibleName(tr("Double click centers"));
+    reopenButton->setAccessibleName(tr("Q reopens the minimized window"));
+    reopenButtonTwo->setAccessibleName(tr("E reopens the minimized window"));
+    reopenButtonThree->setAccessibleName(tr("C reopens the minimized window"));
+    launchButton->setAccessibleName(tr("Launch at login"));
 }
 
 } // namespace klova

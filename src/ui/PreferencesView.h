@@ -2,8 +2,8 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QLabel>
-#include <QLayout>
 #include <QWidget>
 
 namespace klova {
@@ -12,6 +12,8 @@ class HintLabel;
 
 /// Its members are its children.
 class PreferencesView final : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(PreferencesView)
+
 public:
     static constexpr int kTextWidth = 268; ///< points
 
