@@ -93,9 +93,13 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
                     .loginItems = loginItems};
     AppDelegate delegate(desktop, tray);
     const GestureMenu menu(delegate);
+    QTimer startedAgain; // due at once, but behind the input that waits
+    startedAgain.setSingleShot(true);
+    QObject::connect(&startedAgain, &QTimer::timeout, &startedAgain,
+                     [&delegate] { delegate.openPreferences(); });
     x11.instance().setCalled([&] {
         if (application.running())
-            QTimer::singleShot(0, [&delegate] { delegate.openPreferences(); });
+            startedAgain.start();
     });
     delegate.applicationDidFinishLaunching();
     watchedConnection = -1;

@@ -36,8 +36,8 @@ public:
     xcb_window_t root() const { return screen_->root; }
     const Atoms& atoms() const { return *atoms_; }
 
-    /// The atom of `<prefix><number of the screen>`, as selections of a screen are named; none where
-    /// the server does not answer.
+    /// The atom of `<prefix><number of the screen>`, as selections of a screen are named; none
+    /// where the server does not answer.
     xcb_atom_t atomOfScreen(const std::string& prefix);
 
     /// What Klova needs and this server does not offer, as a person would call it; empty when
