@@ -1,33 +1,14 @@
 #include "Stage.h"
 
 #include "Canvas.h"
+#include "Tray.h"
 #include "desktop/Files.h"
-#include "desktop/Wait.h"
 #include "desktop/Windows.h"
 
 #include <stdexcept>
 
 namespace klova::demo {
 namespace {
-
-// Reserves no room and stays small: it must not matter to where windows go.
-constexpr auto kTraySettings = R"(panel_items = S
-panel_monitor = primary
-panel_position = bottom right horizontal
-panel_size = 56 54
-panel_margin = 8 8
-panel_layer = top
-panel_dock = 0
-panel_shrink = 0
-strut_policy = none
-wm_menu = 0
-rounded = 4
-border_width = 0
-background_color = #1d2433 100
-panel_background_id = 1
-systray_padding = 12 10 4
-systray_icon_size = 32
-)";
 
 constexpr auto kLetter = R"(Dear reader,
 
@@ -44,7 +25,7 @@ constexpr auto kTerminalShow =
 
 } // namespace
 
-Stage::Stage(const rig::DesktopOptions& options) : desktop_(options), tray_(startTray()) {
+Stage::Stage(const rig::DesktopOptions& options) : desktop_(options), tray_(startTray(desktop_)) {
     paintBackground(display());
     const auto letter = desktop_.session().home() / "Letter.txt";
     rig::writeFile(letter, kLetter);
@@ -58,20 +39,6 @@ Stage::Stage(const rig::DesktopOptions& options) : desktop_(options), tray_(star
           {"xclock", "-analog", "-update", "60", "-bg", "#f4f1ea", "-hd", "#b5402a", "-hl",
            "#1d2433", "-title", "Clock", "-xrm", "xclock.input: True"},
           {980, 110, 330, 340});
-}
-
-rig::Process Stage::startTray() {
-    const auto settings = desktop_.session().config() / "tint2" / "demo.tint2rc";
-    rig::writeFile(settings, kTraySettings);
-    auto tray = desktop_.launch({"tint2", "-c", settings});
-    auto& display = desktop_.display();
-    const auto selection = display.atom("_NET_SYSTEM_TRAY_S0");
-    rig::require(display, "tray", [&] {
-        const auto owner = rig::owned(xcb_get_selection_owner_reply(
-            display.get(), xcb_get_selection_owner(display.get(), selection), nullptr));
-        return owner && owner->owner != XCB_NONE;
-    });
-    return tray;
 }
 
 void Stage::start(const std::string& name, const std::vector<std::string>& command,

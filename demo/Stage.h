@@ -29,7 +29,6 @@ public:
     const Program& clock() const { return programs_[2]; }
 
 private:
-    rig::Process startTray();
     void start(const std::string& name, const std::vector<std::string>& command,
                const rig::Rect& place);
 

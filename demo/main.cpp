@@ -1,5 +1,7 @@
-// klova-demo: starts a desktop of its own and plays every gesture on it.
+// klova-demo: starts a desktop of its own and plays every gesture on it, or takes pictures of
+// everything that Klova shows.
 #include "Album.h"
+#include "Pictures.h"
 #include "Show.h"
 #include "Stage.h"
 #include "desktop/Files.h"
@@ -26,7 +28,11 @@ int usage() {
     std::string names;
     for (const auto& name : rig::windowManagerNames())
         names += " " + name;
-    std::fprintf(stderr, "usage: klova-demo [window manager]\nwindow managers:%s\n", names.c_str());
+    std::fprintf(stderr,
+                 "usage: klova-demo [window manager]\n"
+                 "       klova-demo --pictures <folder>\n"
+                 "window managers:%s\n",
+                 names.c_str());
     return 2;
 }
 
@@ -46,12 +52,27 @@ int run(const std::string& manager, const std::filesystem::path& build) {
     return faults == 0 ? 0 : 1;
 }
 
+int takePictures(const std::filesystem::path& folder, const std::filesystem::path& build) {
+    std::filesystem::create_directories(folder);
+    int count = 0;
+    for (const bool composited : {true, false})
+        for (const double scale : {1.0, 1.5, 2.0})
+            count += demo::Pictures({scale, composited}, build / "klova", folder).take();
+    std::printf("%d pictures in %s\n", count, folder.c_str());
+    return 0;
+}
+
+bool known(const std::string& manager) {
+    const auto& names = rig::windowManagerNames();
+    return std::find(names.begin(), names.end(), manager) != names.end();
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::string manager = argc > 1 ? argv[1] : "openbox";
-    const auto& names = rig::windowManagerNames();
-    if (argc > 2 || std::find(names.begin(), names.end(), manager) == names.end())
+    const std::string first = argc > 1 ? argv[1] : "openbox";
+    const bool pictures = first == "--pictures";
+    if (argc > 3 || (argc == 3) != pictures || (!pictures && !known(first)))
         return usage();
     // For pictures and captions only: Qt needs no display to paint.
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -60,7 +81,8 @@ int main(int argc, char** argv) {
     int qtArgumentCount = 1;
     const QGuiApplication painting(qtArgumentCount, argv);
     try {
-        return run(manager, std::filesystem::canonical("/proc/self/exe").parent_path());
+        const auto build = std::filesystem::canonical("/proc/self/exe").parent_path();
+        return pictures ? takePictures(argv[2], build) : run(first, build);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "klova-demo: %s\n", failure.what());
         return 1;

@@ -9,7 +9,7 @@ build_packages=(
 )
 demo_packages=(
     xvfb dbus openbox tint2
-    xterm mousepad x11-apps
+    xcompmgr xterm mousepad x11-apps
     imagemagick fonts-dejavu-core
 )
 nested_packages=(xserver-xephyr)

@@ -47,9 +47,9 @@ MonitorRequest describe(Display& display, const Rect& area, const std::string& n
 
 } // namespace
 
-void setMonitors(Display& display, const std::vector<Rect>& monitors) {
+void setMonitors(Display& display, const std::vector<Rect>& monitors, const std::string& name) {
     for (std::size_t i = 0; i < monitors.size(); ++i) {
-        auto request = describe(display, monitors[i], "RIG" + std::to_string(i));
+        auto request = describe(display, monitors[i], name + std::to_string(i));
         request.info.primary = i == 0 ? 1 : 0;
         if (i + 1 == monitors.size()) {
             // Only a monitor that claims the real output replaces the automatic one.

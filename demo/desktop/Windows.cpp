@@ -136,6 +136,20 @@ xcb_window_t awaitWindow(Display& display, Process& process) {
     return window.value();
 }
 
+std::optional<xcb_window_t> unmanagedWindow(Display& display, const std::string& name) {
+    const auto tree = owned(xcb_query_tree_reply(
+        display.get(), xcb_query_tree(display.get(), display.root()), nullptr));
+    for (int i = 0; i < tree->children_len; ++i) {
+        const xcb_window_t window = xcb_query_tree_children(tree.get())[i];
+        const auto shown = owned(xcb_get_window_attributes_reply(
+            display.get(), xcb_get_window_attributes(display.get(), window), nullptr));
+        if (shown && shown->map_state == XCB_MAP_STATE_VIEWABLE &&
+            display.text(window, "WM_CLASS").starts_with(name))
+            return window;
+    }
+    return std::nullopt;
+}
+
 Rect clientArea(Display& display, xcb_window_t window) {
     const auto geometryCookie = xcb_get_geometry(display.get(), window);
     const auto placeCookie = xcb_translate_coordinates(display.get(), window, display.root(), 0, 0);

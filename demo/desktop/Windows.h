@@ -30,6 +30,10 @@ std::optional<xcb_window_t> windowOfClass(Display& display, const std::string& n
 /// output where none appears.
 xcb_window_t awaitWindow(Display& display, Process& process);
 
+/// A window on show whose class or instance starts with `name` and that no manager has put into a
+/// frame, such as a menu.
+std::optional<xcb_window_t> unmanagedWindow(Display& display, const std::string& name);
+
 /// The rectangle a person takes for the window: borders and title included, shadows not.
 Rect visibleFrame(Display& display, xcb_window_t window);
 /// Where the client's own area is, in root pixels.
