@@ -10,75 +10,48 @@ using namespace std::chrono_literals;
 
 namespace {
 
-class StartTest : public testing::Test {
-protected:
-    /// A window of this class that no manager has put into a frame.
-    static std::optional<Rect> unmanagedWindow(Display& display, const std::string& name) {
-        const auto tree = owned(xcb_query_tree_reply(
-            display.get(), xcb_query_tree(display.get(), display.root()), nullptr));
-        for (int i = 0; i < tree->children_len; ++i) {
-            const xcb_window_t window = xcb_query_tree_children(tree.get())[i];
-            const auto shown = owned(xcb_get_window_attributes_reply(
-                display.get(), xcb_get_window_attributes(display.get(), window), nullptr));
-            if (shown && shown->map_state == XCB_MAP_STATE_VIEWABLE &&
-                display.text(window, "WM_CLASS").find(name) != std::string::npos)
-                return clientArea(display, window);
-        }
-        return std::nullopt;
-    }
-    static Rect awaitUnmanaged(Display& display, const std::string& name) {
-        EXPECT_TRUE(waitUntil(display, "a window of " + name, [&] {
-            return unmanagedWindow(display, name).value_or(Rect{}).width > 1;
-        }));
-        return unmanagedWindow(display, name).value_or(Rect{});
-    }
+Rect awaitUnmanaged(Display& display, const std::string& name) {
+    require(display, "a window of " + name,
+            [&] { return unmanagedWindow(display, name).has_value(); });
+    return clientArea(display, unmanagedWindow(display, name).value_or(XCB_WINDOW_NONE));
+}
 
-    /// A key to the server that makes whoever uses it an untrusted client.
-    std::string untrustedKey(const XServer& server) {
-        auto key = (desktop.session().directory() / "untrusted").string();
-        auto xauth =
-            desktop.launch({"xauth", "-f", key, "generate", server.display(), ".", "untrusted"});
-        EXPECT_EQ(xauth.waitExit(kDeadline), 0) << xauth.output();
-        return key;
-    }
-
+TEST(StartTest, whereItIsNotTrustedANotificationSaysWhyAndTheAlertEndsIt) {
     VirtualDesktop desktop;
-};
-
-TEST_F(StartTest, whereItIsNotTrustedANotificationSaysWhyAndTheAlertEndsIt) {
+    Session& session = desktop.session();
     const XServer secure({}, ServerKind::offScreen, {"+extension", "SECURITY"});
     const XServer withoutRandR({}, ServerKind::offScreen, {"-extension", "RANDR"});
-    const Process monitor = desktop.launch({"dbus-monitor", "member=Notify"});
-    const Process daemon = desktop.launch({"dunst"});
-    const auto awaitWord = [&](const Process& speaker, const std::string& word) {
+    const auto key = (session.directory() / "untrusted").string();
+    auto xauth =
+        session.launch({"xauth", "-f", key, "generate", secure.display(), ".", "untrusted"});
+    ASSERT_EQ(xauth.waitExit(kDeadline), 0) << xauth.output();
+    const Process monitor = session.launch({"dbus-monitor", "member=Notify"});
+    const Process daemon = session.launch({"dunst"});
+    const auto awaitOnBus = [&](const std::string& word) {
         return waitUntil(
             desktop.display(), word,
-            [&] { return speaker.output().find(word) != std::string::npos; },
-            [&] { return speaker.output(); });
+            [&] { return monitor.output().find(word) != std::string::npos; },
+            [&] { return monitor.output(); });
     };
-    ASSERT_TRUE(awaitWord(monitor, "NameLost"));
+    ASSERT_TRUE(awaitOnBus("NameLost")) << "which says that it listens";
     struct Row {
         const XServer& server;
-        std::string key, reason;
+        std::string reason;
         xcb_keysym_t answer; // 0: a click on OK
     };
-    for (const auto& [server, key, reason, answer] :
-         {Row{secure, untrustedKey(secure), "does not trust", 0},
-          Row{withoutRandR, "", "RandR 1.5", XKB_KEY_Escape},
-          Row{secure, untrustedKey(secure), "", XKB_KEY_Return}}) {
-        desktop.session().setVariable("DISPLAY", server.display());
-        desktop.session().setVariable("XAUTHORITY", key);
+    for (const auto& [server, reason, answer] :
+         {Row{secure, "does not trust", 0}, Row{withoutRandR, "RandR 1.5", XKB_KEY_Escape},
+          Row{secure, "", XKB_KEY_Return}}) {
+        session.setVariable("DISPLAY", server.display());
+        session.setVariable("XAUTHORITY", &server == &secure ? key : "");
         if (reason.empty())
-            desktop.session().setVariable("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
-        Process klova = desktop.launch({KLOVA_BINARY});
+            session.setVariable("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
+        Process klova = session.launch({KLOVA_BINARY});
         Display display(server.display());
         Injector hands(server.display());
         const Rect alert = awaitUnmanaged(display, "klova");
-        if (!reason.empty()) {
-            EXPECT_TRUE(awaitWord(monitor, reason));
-            EXPECT_GT(awaitUnmanaged(desktop.display(), "unst").width, 1);
-        }
-        EXPECT_NEAR(alert.x + alert.width / 2, server.screen().width / 2, 20);
+        EXPECT_TRUE(awaitOnBus(reason));
+        awaitUnmanaged(desktop.display(), "Dunst");
         EXPECT_TRUE(klova.running());
         hands.movePointer(alert.right() - 60, alert.bottom() - 35);
         if (answer == 0)
@@ -90,22 +63,20 @@ TEST_F(StartTest, whereItIsNotTrustedANotificationSaysWhyAndTheAlertEndsIt) {
     }
 }
 
-TEST_F(StartTest, aSecondStartOpensThePreferencesOfTheFirstUnlessBothAreNew) {
+TEST(StartTest, aSecondStartOpensThePreferencesOfTheFirstUnlessBothAreNew) {
+    VirtualDesktop desktop;
+    Display& display = desktop.display();
     writeFile(desktop.session().config() / "klova" / "preferences.json",
               R"({"isNotFirstTime": true, "activationKeys": [55, 59]})");
     const auto begin = std::chrono::steady_clock::now();
-    Process first = desktop.launch({KLOVA_BINARY});
-    ASSERT_TRUE(
-        waitUntil(desktop.display(), "the first start", [&] { return !first.output().empty(); }));
     const auto age = [&] { return std::chrono::steady_clock::now() - begin; };
-    while (!windowOfProcess(desktop.display(), first.id()) && age() < kDeadline)
+    Process first = desktop.launch({KLOVA_BINARY});
+    require(display, "the first start", [&] { return !first.output().empty(); });
+    while (!windowOfProcess(display, first.id()) && age() < kDeadline)
         ASSERT_EQ(desktop.launch({KLOVA_BINARY}).waitExit(kDeadline), 0);
     EXPECT_GE(age(), 5s);
-    EXPECT_LT(age(), kDeadline);
-    const auto panel = awaitWindow(desktop.display(), first);
-    EXPECT_TRUE(waitUntil(desktop.display(), "the focus",
-                          [&] { return activeWindow(desktop.display()) == panel; }));
-    EXPECT_TRUE(first.running());
+    const auto panel = awaitWindow(display, first);
+    EXPECT_TRUE(waitUntil(display, "the focus", [&] { return activeWindow(display) == panel; }));
 }
 
 } // namespace
