@@ -1,6 +1,8 @@
 #include "ui/PanelShadow.h"
 
+#include <QPaintEvent>
 #include <QPainterPath>
+#include <QtMath>
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -25,8 +27,6 @@ double opacityAt(double distance) {
     return kStrength / 2 * std::erfc(distance / (kBlur * std::numbers::sqrt2));
 }
 
-} // namespace
-
 void paintShadow(QPainter& painter, const QRectF& frame) {
     painter.setPen(Qt::NoPen);
     const QRectF dropped = frame.translated(0, kDrop);
@@ -42,36 +42,56 @@ void paintShadow(QPainter& painter, const QRectF& frame) {
     }
 }
 
+} // namespace
+
+QPixmap shadowOf(const QSize& panel, double pixelRatio) {
+    QPixmap shadow(panel.grownBy(kShadowMargins) * pixelRatio);
+    shadow.setDevicePixelRatio(pixelRatio);
+    shadow.fill(Qt::transparent);
+    QPainter painter(&shadow);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintShadow(painter, QRectF({double(kShadowMargins.left()), double(kShadowMargins.top())},
+                                panel.toSizeF()));
+    return shadow;
+}
+
 PanelEdge::PanelEdge(QWidget& content, double cornerRadius)
     : QWidget(&content), cornerRadius_(cornerRadius) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setGeometry(content.rect());
 }
 
-void PanelEdge::setCutting(bool cutting) {
-    cutting_ = cutting;
+void PanelEdge::setShadow(const QPixmap& shadow) {
+    shadow_ = shadow;
     update();
 }
 
-void PanelEdge::paintEvent(QPaintEvent*) {
+void PanelEdge::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(QColor(255, 255, 255, 34), 1)); // tells the panel from a dark desktop
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius_ - 0.5,
                             cornerRadius_ - 0.5);
-    if (cutting_)
-        cutCorners(painter);
+    if (shadow_.isNull())
+        return;
+    const int side = qCeil(cornerRadius_);
+    for (const QPoint& at : {QPoint(0, 0), QPoint(width() - side, 0), QPoint(0, height() - side),
+                             QPoint(width() - side, height() - side)})
+        if (const QRect corner(at, QSize(side, side)); event->region().intersects(corner))
+            cutCorner(painter, corner);
 }
 
-void PanelEdge::cutCorners(QPainter& painter) const {
-    QPainterPath corners;
-    corners.addRect(rect());
-    corners -= rounded(rect(), cornerRadius_);
+void PanelEdge::cutCorner(QPainter& painter, const QRect& corner) const {
+    QPainterPath outside;
+    outside.addRect(corner);
+    outside -= rounded(rect(), cornerRadius_);
+    painter.save();
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    painter.fillPath(corners, Qt::black);
+    painter.fillPath(outside, Qt::black);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOver);
-    painter.setClipPath(corners);
-    paintShadow(painter, rect());
+    painter.setClipPath(outside);
+    painter.drawPixmap(-kShadowMargins.left(), -kShadowMargins.top(), shadow_);
+    painter.restore();
 }
 
 } // namespace klova

@@ -3,6 +3,7 @@
 
 #include <QMargins>
 #include <QPainter>
+#include <QPixmap>
 #include <QWidget>
 
 namespace klova {
@@ -11,8 +12,8 @@ namespace klova {
 /// scale.
 inline constexpr QMargins kShadowMargins{28, 20, 28, 36};
 
-/// Draws the shadow of a panel that takes up `frame`.
-void paintShadow(QPainter& painter, const QRectF& frame);
+/// The shadow of a panel of this size, with the room for it around the panel.
+QPixmap shadowOf(const QSize& panel, double pixelRatio);
 
 /// Lies over all that a panel shows, draws its edge and takes the square corners away, so that
 /// whatever draws there need not know of them. Clicks go through.
@@ -20,17 +21,17 @@ class PanelEdge final : public QWidget {
 public:
     PanelEdge(QWidget& content, double cornerRadius);
 
-    /// Whether the corners are to be taken away: only where what is translucent shows as such.
-    void setCutting(bool cutting);
+    /// What shows in the corners instead; none where the desktop cuts them out by itself.
+    void setShadow(const QPixmap& shadow);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void cutCorners(QPainter& painter) const;
+    void cutCorner(QPainter& painter, const QRect& corner) const;
 
     double cornerRadius_;
-    bool cutting_ = true;
+    QPixmap shadow_; ///< of the whole panel
 };
 
 } // namespace klova

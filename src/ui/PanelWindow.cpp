@@ -60,6 +60,8 @@ void PanelWindow::setContentView(QWidget& view) {
 }
 
 void PanelWindow::setupContentView() {
+    if (edge_ != nullptr)
+        return;
     edge_ = new PanelEdge(*contentView_, attributes_.cornerRadius);
     edge_->raise();
     edge_->show();
@@ -79,9 +81,9 @@ bool PanelWindow::shadowed() const {
 }
 
 void PanelWindow::invalidateShadow() {
-    shadow_ = QPixmap();
+    shadow_ = shadowed() ? shadowOf(contentView_->size(), devicePixelRatio()) : QPixmap();
     if (edge_ != nullptr)
-        edge_->setCutting(shadowed());
+        edge_->setShadow(shadow_);
     if (panels != nullptr)
         panels->setFrame(winId(), frameOf(*windowHandle(), attributes_.cornerRadius));
     update();
@@ -110,17 +112,8 @@ bool PanelWindow::event(QEvent* event) {
 
 void PanelWindow::paintEvent(QPaintEvent*) {
     activateWhenShown();
-    if (!shadowed())
-        return;
-    if (shadow_.isNull()) {
-        shadow_ = QPixmap(size() * devicePixelRatio());
-        shadow_.setDevicePixelRatio(devicePixelRatio());
-        shadow_.fill(Qt::transparent);
-        QPainter painter(&shadow_);
-        painter.setRenderHint(QPainter::Antialiasing);
-        paintShadow(painter, contentView_->geometry());
-    }
-    QPainter(this).drawPixmap(0, 0, shadow_);
+    if (!shadow_.isNull())
+        QPainter(this).drawPixmap(0, 0, shadow_);
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {

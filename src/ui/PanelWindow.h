@@ -59,10 +59,10 @@ private:
     void activateWhenShown();
 
     WindowAttributes attributes_;
-    QWidget* contentView_;      ///< a child
-    PanelEdge* edge_ = nullptr; ///< the content view's, once it is rounded
-    QPixmap shadow_;
-    bool activating_ = false; ///< until the window is on the screen
+    QWidget* contentView_ = nullptr; ///< a child
+    PanelEdge* edge_ = nullptr;      ///< the content view's, once it is rounded
+    QPixmap shadow_;                 ///< null where none is shown
+    bool activating_ = false;        ///< until the window is on the screen
     std::function<void()> closeRequested_;
     std::optional<QPoint> pressed_; ///< where a drag began, in the window's coordinates
 };

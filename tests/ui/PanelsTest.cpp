@@ -11,7 +11,7 @@
 #include "ui/PreferencesWindow.h"
 #include "ui/WelcomeDocument.h"
 
-#include <QKeyEvent>
+#include <QAccessible>
 #include <QLabel>
 #include <QScreen>
 #include <cmath>
@@ -64,6 +64,9 @@ template <class Document> void opensAndCloses(Document& document, NotingShell& s
     EXPECT_EQ(window->contentView().childAt(150, 100)->window(), window);
     EXPECT_NE(window->contentView().childAt(150, 100), &button) << "beside its mark";
     EXPECT_EQ(window->contentView().childAt(19, 19), &button);
+    auto* accessible = QAccessible::queryAccessibleInterface(&button);
+    EXPECT_EQ(accessible->role(), QAccessible::Button);
+    EXPECT_EQ(accessible->text(QAccessible::Name), "Close");
     for (int times = 0; times < 2; ++times) {
         button.click();
         EXPECT_FALSE(panelOpen || window->isVisible());
