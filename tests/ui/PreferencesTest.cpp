@@ -60,26 +60,26 @@ TEST_F(PreferencesTest, anActivationKeyIsToggledByTheRules) {
         Keys keys;
         double opacity; ///< of the hint before
         QAbstractButton* clicked;
-        bool wasOn;
         Keys keysAfter;
-        bool onAfter;
         double opacityAfter;
         QString hint; ///< empty: as it was
+        bool wasOn;
+        bool onAfter;
     } const rows[] = {
-        {{55, 59}, 0, vc.cmdButton, true, {59}, false, 1, note},
-        {{59}, 0, vc.ctrlButton, true, {59}, true, 1, normal},
-        {{59}, 1, vc.ctrlButton, true, {59}, true, 1, normal},
-        {{59}, 1, vc.altButton, false, {59, 58}, true, 0, {}},
-        {{59}, 0, vc.altButton, false, {59, 58}, true, 0, {}},
-        {{55, 59}, 1, vc.altButton, false, {55, 59, 58}, true, 1, {}},
-        {{55, 58, 59}, 0, vc.altButton, true, {55, 59}, false, 0, normal},
-        {{55, 58, 59}, 1, vc.altButton, true, {55, 59}, false, 1, normal},
-        {{59, 59}, 0, vc.ctrlButton, true, {59}, false, 1, note},
-        {{58, 59, 58}, 0, vc.altButton, true, {59, 58}, false, 0, normal},
-        {{63, 54}, 0, vc.cmdButton, true, {63, 54}, false, 1, note}, // not in the list
-        {{55}, 0, vc.cmdButton, false, {55}, true, 0, {}},           // in the list already
-        {{}, 0, vc.cmdButton, false, {55}, true, 0, {}},
-        {{}, 0, vc.cmdButton, true, {}, true, 1, normal},
+        {{55, 59}, 0, vc.cmdButton, {59}, 1, note, true, false},
+        {{59}, 0, vc.ctrlButton, {59}, 1, normal, true, true},
+        {{59}, 1, vc.ctrlButton, {59}, 1, normal, true, true},
+        {{59}, 1, vc.altButton, {59, 58}, 0, {}, false, true},
+        {{59}, 0, vc.altButton, {59, 58}, 0, {}, false, true},
+        {{55, 59}, 1, vc.altButton, {55, 59, 58}, 1, {}, false, true},
+        {{55, 58, 59}, 0, vc.altButton, {55, 59}, 0, normal, true, false},
+        {{55, 58, 59}, 1, vc.altButton, {55, 59}, 1, normal, true, false},
+        {{59, 59}, 0, vc.ctrlButton, {59}, 1, note, true, false},
+        {{58, 59, 58}, 0, vc.altButton, {59, 58}, 0, normal, true, false},
+        {{63, 54}, 0, vc.cmdButton, {63, 54}, 1, note, true, false}, // not in the list
+        {{55}, 0, vc.cmdButton, {55}, 0, {}, false, true},           // in the list already
+        {{}, 0, vc.cmdButton, {55}, 0, {}, false, true},
+        {{}, 0, vc.cmdButton, {}, 1, normal, true, true},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(&row - rows);
