@@ -89,6 +89,12 @@ void AppDelegate::installEventTap() {
     desktop_.taps.CGEventTapEnable(*eventTap, true);
 }
 
+void AppDelegate::updateActivationKeyLabel() {
+    if (eventTap != nullptr)
+        desktop_.taps.activationKeysChanged(*eventTap);
+    statusMenu.updateActivationKeyLabel();
+}
+
 void AppDelegate::openPreferences() { openPanel(preferencesDocument_); }
 void AppDelegate::openAbout() { openPanel(aboutDocument_); }
 void AppDelegate::openWelcomeWindowAndDoc() { openPanel(welcomeDocument_); }

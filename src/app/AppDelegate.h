@@ -37,7 +37,8 @@ public:
     /// The answer to the menu's entry.
     void quitBtnClicked() { quitApplication(); }
 
-    void updateActivationKeyLabel() override { statusMenu.updateActivationKeyLabel(); }
+    /// Tells the desktop too, which holds other keys back from now on.
+    void updateActivationKeyLabel() override;
     void updateShortCutLabels() override { statusMenu.updateShortCutLabels(); }
     void toggleShowMenuItems(bool enabled) override { statusMenu.toggleShowMenuItems(enabled); }
 

@@ -82,7 +82,10 @@ void InputBridge::CGEventTapEnable(EventTapPort&, bool enable) {
     grabsOutdated_ = true;
 }
 
-void InputBridge::activationKeysChanged(EventTapPort&) { grabsOutdated_ = true; }
+void InputBridge::activationKeysChanged(EventTapPort&) {
+    grabsOutdated_ = true;
+    settle(); // the next event may be their press
+}
 
 std::optional<MonitorId> InputBridge::addGlobalMonitorForEventsMatchingMask(std::uint64_t mask,
                                                                             Handler handler) {
