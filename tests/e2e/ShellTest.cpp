@@ -1,0 +1,308 @@
+// Tour, preferences and about panel as a person uses them, and as a screen reader tells them.
+#include "Trays.h"
+#include "desktop/AccessibilityBus.h"
+#include "desktop/Grabs.h"
+#include "desktop/Injector.h"
+#include "desktop/Placement.h"
+#include "desktop/TestWindow.h"
+#include "desktop/Wait.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace klova::rig {
+namespace {
+
+using Controls = std::vector<std::pair<std::string, std::string>>; // role and name
+
+class ShellTest : public testing::Test {
+protected:
+    /// On a first run where there are no settings.
+    void start(const std::string& settings = {}) {
+        if (!settings.empty())
+            writeFile(settings_, settings);
+        klova.emplace(desktop.launch({KLOVA_BINARY}));
+        require(display, "Klova's icon", [&] { return !announcedBy(desktop).empty(); });
+    }
+
+    xcb_window_t awaitPanel() {
+        const auto panel = awaitWindow(display, *klova);
+        require(display, "the panel's focus", [&] { return activeWindow(display) == panel; });
+        return panel;
+    }
+    bool panelGoes() {
+        return waitUntil(display, "the end of the panel",
+                         [&] { return !windowOfProcess(display, klova->id()); });
+    }
+
+    xcb_window_t openFromMenu(const std::string& title) {
+        const auto menu = announcedMenu(desktop);
+        const auto entry = std::ranges::find(menu, title, &MenuEntry::title);
+        if (entry == menu.end() || !entry->enabled)
+            throw std::runtime_error("the menu does not offer " + title);
+        choose(desktop, *entry);
+        return awaitPanel();
+    }
+    bool menuShows(const std::string& title, bool enabled) {
+        return waitUntil(
+            display, title,
+            [&] {
+                const auto menu = announcedMenu(desktop);
+                return std::ranges::find(menu, MenuEntry{title, enabled, ""}) != menu.end();
+            },
+            [&] { return menuText(); });
+    }
+    std::string menuText() {
+        std::string text;
+        for (const auto& entry : announcedMenu(desktop))
+            text += (entry.enabled ? "\n" : "\ndisabled ") + entry.title;
+        return text;
+    }
+
+    static const AccessibleObject* find(const std::vector<AccessibleObject>& objects,
+                                        const std::string& name) {
+        const auto found = std::ranges::find_if(objects, [&](const AccessibleObject& object) {
+            return object.name == name && object.showing;
+        });
+        return found == objects.end() ? nullptr : &*found;
+    }
+    AccessibleObject awaitSeen(const std::string& name) {
+        AccessibleObject seen;
+        require(display, name, [&] {
+            const auto all = bus.objects();
+            const auto* found = find(all, name);
+            seen = found != nullptr ? *found : seen;
+            return found != nullptr;
+        });
+        return seen;
+    }
+    std::string focused() const {
+        const auto all = bus.objects();
+        const auto found = std::ranges::find_if(all, &AccessibleObject::focused);
+        return found == all.end() ? "" : found->name;
+    }
+    /// What the keyboard can reach.
+    Controls controls() const {
+        Controls result;
+        for (const auto& object : bus.objects())
+            if (object.focusable && object.showing)
+                result.emplace_back(object.role, object.name);
+        return result;
+    }
+
+    void clickAt(int x, int y) {
+        hands.movePointer(x, y);
+        hands.click(1);
+    }
+    void clickOn(const std::string& name) {
+        const Rect area = awaitSeen(name).area;
+        clickAt(area.x + area.width / 2, area.y + area.height / 2);
+    }
+    /// The round mark in the corner of the button, which is as large as the panel.
+    void clickClose() {
+        const Rect area = awaitSeen("Close").area;
+        clickAt(area.x + 19, area.y + 19);
+    }
+    void tabTo(const std::string& name) {
+        auto at = focused();
+        for (auto left = controls().size(); left > 0 && at != name; --left) {
+            hands.tap(XKB_KEY_Tab);
+            const auto before = at;
+            waitUntil(display, "the focus to move on", [&] { return (at = focused()) != before; });
+        }
+        EXPECT_EQ(at, name) << "is out of the keyboard's reach";
+    }
+
+    /// As the settings file has it, without spaces.
+    std::string setting(const std::string& key) const {
+        auto text = readFile(settings_);
+        std::erase_if(text, [](char letter) { return letter == ' ' || letter == '\n'; });
+        const std::regex entry('"' + key + R"(":(\[[^\]]*\]|\w+))");
+        std::smatch found;
+        return std::regex_search(text, found, entry) ? found.str(1) : "";
+    }
+    bool settingBecomes(const std::string& key, const std::string& value) {
+        return waitUntil(
+            display, key + " " + value, [&] { return setting(key) == value; },
+            [&] { return setting(key); });
+    }
+
+    VirtualDesktop desktop;
+    Display& display = desktop.display();
+    AccessibilityBus bus{desktop.session()};
+    Process tray = startNotifierHost(desktop);
+    Injector hands{desktop.server().display()};
+    std::optional<Process> klova;
+
+private:
+    std::filesystem::path settings_ = desktop.session().config() / "klova" / "preferences.json";
+};
+
+TEST_F(ShellTest, theFirstStartLeadsThroughTheTour) {
+    start();
+    awaitPanel();
+    EXPECT_TRUE(menuShows("Preferences…", false));
+    EXPECT_TRUE(menuShows("About Klova", false));
+    const char* const pages[] = {"Your activation keys", "Drag and double-click",
+                                 "Snap with the arrows", "Minimize and reopen"};
+    for (int page = 1; page <= 4; ++page) {
+        const std::string title = pages[page - 1];
+        const std::string button = page < 4 ? "Next" : "Start";
+        awaitSeen(title);
+        EXPECT_EQ(controls(), (Controls{{"push button", button}, {"push button", "Close"}}));
+        EXPECT_EQ(awaitSeen(button).description, "Page " + std::to_string(page) + " of 4");
+        const auto all = bus.objects();
+        EXPECT_TRUE(std::ranges::any_of(all, [&](const auto& object) {
+            return object.role == "graphic" && object.name == title && !object.description.empty();
+        }));
+        if (page % 2 == 1)
+            hands.tap(XKB_KEY_Return);
+        else
+            clickOn(button);
+    }
+    EXPECT_TRUE(panelGoes());
+    EXPECT_TRUE(menuShows("Preferences…", true));
+    EXPECT_TRUE(menuShows("About Klova", true));
+    EXPECT_EQ(setting("activationKeys"), "[55,59]");
+    EXPECT_EQ(setting("isNotFirstTime"), "true");
+}
+
+TEST_F(ShellTest, theAboutPanelIsReadMovedAndClosed) {
+    start(R"({"isNotFirstTime": true, "activationKeys": [55, 59]})");
+    const auto panel = openFromMenu("About Klova");
+    Process version = desktop.launch({KLOVA_BINARY, "--version"});
+    ASSERT_EQ(version.waitExit(kDeadline), 0);
+    const auto number = version.output().substr(6, version.output().find('\n') - 6);
+    awaitSeen("Version " + number);
+    awaitSeen("Free software under the MIT licence");
+    EXPECT_EQ(controls(), (Controls{{"label", "Version " + number}, {"push button", "Close"}}));
+    const Rect before = clientArea(display, panel);
+    const Rect label = awaitSeen("KLOVA").area;
+    hands.movePointer(label.x + 5, label.y + 5);
+    hands.pressButton(1);
+    // The window manager takes over from the first step on.
+    EXPECT_TRUE(waitUntil(display, "the panel to follow", [&, step = 0]() mutable {
+        hands.movePointer(label.x + 6 + step++ % 2, label.y + 5);
+        return clientArea(display, panel) != before;
+    }));
+    hands.movePointer(label.x + 105, label.y - 75);
+    EXPECT_TRUE(waitUntil(
+        display, "the panel to move",
+        [&] {
+            const Rect now = clientArea(display, panel);
+            return std::abs(now.x - before.x - 100) <= 2 && std::abs(now.y - before.y + 80) <= 2;
+        },
+        [&] { return toText(before) + " " + toText(clientArea(display, panel)); }));
+    hands.releaseButton(1);
+    hands.tap(XKB_KEY_Escape);
+    EXPECT_TRUE(panelGoes());
+    EXPECT_TRUE(menuShows("About Klova", true));
+}
+
+/// By pointer, or by keyboard alone.
+class PreferencesTest : public ShellTest, public testing::WithParamInterface<const char*> {
+protected:
+    bool byPointer() const { return std::string(GetParam()) == "Pointer"; }
+
+    void use(const std::string& control) {
+        if (byPointer()) {
+            clickOn(control);
+        } else {
+            tabTo(control);
+            hands.tap(XKB_KEY_space);
+        }
+    }
+
+    void chord(xcb_keysym_t first, xcb_keysym_t second, xcb_keysym_t arrow) {
+        hands.press(first);
+        hands.press(second);
+        hands.tap(arrow);
+        hands.release(second);
+        hands.release(first);
+    }
+};
+
+TEST_P(PreferencesTest, areSavedAndInForceAtOnce) {
+    start(R"({"isNotFirstTime": true, "activationKeys": [55, 59], "LoadsOnStartup": false,
+              "maximizingEnabled": true, "centeringEnabled": true, "deminimizeButton": 8})");
+    TestWindow window(desktop.server().display());
+    const auto panel = openFromMenu("Preferences…");
+    const std::string super = "Super is an activation key", alt = "Alt is an activation key",
+                      control = "Control is an activation key",
+                      q = "Q reopens the minimized window", e = "E reopens the minimized window";
+    awaitSeen(super);
+    EXPECT_EQ(controls(), (Controls{{"check box", control},
+                                    {"check box", super},
+                                    {"check box", alt},
+                                    {"check box", "Double click maximizes"},
+                                    {"check box", "Double click centers"},
+                                    {"radio button", q},
+                                    {"radio button", e},
+                                    {"radio button", "C reopens the minimized window"},
+                                    {"check box", "Launch at login"},
+                                    {"push button", "Close"}}));
+    const std::string few = "Note: Selecting only 1 Key suppresses certain Key Commands.",
+                      none = "Select at least one Activation-Key.";
+    const struct {
+        std::string control, key, value, menu, hint;
+        bool checked = true;
+    } rows[] = {{alt, "activationKeys", "[55,59,58]", "Activation Keys: ⌘Ctrl⌥", ""},
+                {super, "activationKeys", "[59,58]", "Activation Keys: Ctrl⌥", "", false},
+                {control, "activationKeys", "[58]", "Activation Keys: ⌥", few, false},
+                {alt, "activationKeys", "[58]", "Activation Keys: ⌥", none, true},
+                {control, "activationKeys", "[58,59]", "Activation Keys: ⌥Ctrl", ""},
+                {"Double click maximizes", "maximizingEnabled", "false",
+                 "Centering: ⌥Ctrl + Left Doubleclick", "", false},
+                {"Double click centers", "centeringEnabled", "false",
+                 "Maximizing/Centering: ⌥Ctrl + Left Doubleclick", "", false},
+                {q, "deminimizeButton", "12", "Reopen minimized Window: ⌥Ctrl + Q", ""},
+                {e, "deminimizeButton", "14", "Reopen minimized Window: ⌥Ctrl + E", ""},
+                {"Launch at login", "LoadsOnStartup", "true", "Preferences…", ""}};
+    for (const auto& row : rows) {
+        use(row.control);
+        EXPECT_TRUE(settingBecomes(row.key, row.value));
+        EXPECT_TRUE(menuShows(row.menu, false));
+        const auto shown = [&] {
+            const auto all = bus.objects();
+            const auto* used = find(all, row.control);
+            return used != nullptr && used->checked == row.checked &&
+                   (find(all, few) != nullptr) == (row.hint == few) &&
+                   (find(all, none) != nullptr) == (row.hint == none);
+        };
+        EXPECT_TRUE(waitUntil(display, row.control + ", hint \"" + row.hint + '"', shown));
+    }
+    EXPECT_FALSE(awaitSeen(q).checked) << "only one of the three";
+    EXPECT_NE(readFile(desktop.session().config() / "autostart/klova.desktop").find(KLOVA_BINARY),
+              std::string::npos);
+
+    ASSERT_TRUE(activate(display, window.id()));
+    hands.roundTrip();
+    window.takeInput();
+    chord(XKB_KEY_Super_L, XKB_KEY_Control_L, XKB_KEY_Left); // no more
+    chord(XKB_KEY_Alt_L, XKB_KEY_Control_L, XKB_KEY_Right);
+    const Rect right = target(Place::right, desktop.server().screen());
+    EXPECT_TRUE(waitUntil(
+        display, "the window on the right",
+        [&] { return visibleFrame(display, window.id()) == right; },
+        [&] { return toText(visibleFrame(display, window.id())); }));
+    const auto input = window.takeInput();
+    const auto came = [&](xcb_keysym_t key) {
+        return std::ranges::count(input, hands.keyCode(key), &InputRecord::detail);
+    };
+    EXPECT_EQ(came(XKB_KEY_Left), 2) << "without its keys an arrow is the window's";
+    EXPECT_EQ(came(XKB_KEY_Right), 0);
+
+    ASSERT_TRUE(activate(display, panel));
+    if (byPointer())
+        clickClose();
+    else
+        hands.tap(XKB_KEY_Escape);
+    EXPECT_TRUE(panelGoes());
+    EXPECT_TRUE(menuShows("Preferences…", true));
+}
+
+INSTANTIATE_TEST_SUITE_P(By, PreferencesTest, testing::Values("Pointer", "Keyboard"),
+                         [](const auto& test) { return std::string(test.param); });
+
+} // namespace
+} // namespace klova::rig
