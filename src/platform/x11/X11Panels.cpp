@@ -5,10 +5,8 @@
 
 #include <array>
 #include <cmath>
-#include <string>
 #include <vector>
 #include <xcb/shape.h>
-#include <xcb/xfixes.h>
 
 namespace klova::x11 {
 namespace {
@@ -50,30 +48,7 @@ xcb_window_t createClock(Connection& connection) {
 
 X11Panels::X11Panels(Connection& connection)
     : connection_(connection), manager_(connection), settings_(connection),
-      clock_(createClock(connection)) {
-    watchCompositor();
-}
-
-void X11Panels::watchCompositor() {
-    xcb_connection_t* x = connection_.get();
-    const auto* extension = xcb_get_extension_data(x, &xcb_xfixes_id);
-    const std::string name = "_NET_WM_CM_S" + std::to_string(connection_.screenNumber());
-    const auto atom = own(xcb_intern_atom_reply(
-        x, xcb_intern_atom(x, 0, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
-    if (extension == nullptr || extension->present == 0 || !atom)
-        return;
-    compositor_ = atom->atom;
-    selectionEvent_ = extension->first_event;
-    const auto version =
-        own(xcb_xfixes_query_version_reply(x, xcb_xfixes_query_version(x, 1, 0), nullptr));
-    constexpr std::uint32_t ends = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                   XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                   XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
-    xcb_xfixes_select_selection_input(x, clock_, compositor_, ends);
-    const auto owner =
-        own(xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, compositor_), nullptr));
-    composited_ = owner && owner->owner != XCB_WINDOW_NONE;
-}
+      compositor_(connection, "_NET_WM_CM_S"), clock_(createClock(connection)) {}
 
 void X11Panels::setFrame(Window window, const PanelFrame& frame) {
     const auto id = static_cast<xcb_window_t>(window);
@@ -85,7 +60,7 @@ void X11Panels::setFrame(Window window, const PanelFrame& frame) {
     const auto count = static_cast<std::uint32_t>(rows.size());
     xcb_shape_rectangles(x, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED, id, 0,
                          0, count, rows.data());
-    if (composited_)
+    if (composited())
         xcb_shape_mask(x, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, id, 0, 0, XCB_PIXMAP_NONE);
     else
         xcb_shape_rectangles(x, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED,
@@ -122,14 +97,7 @@ void X11Panels::setCompositedChanged(std::function<void()> changed) {
 void X11Panels::handle(const xcb_generic_event_t& event) {
     manager_.handle(event);
     settings_.handle(event);
-    if (selectionEvent_ == 0 ||
-        (event.response_type & 0x7F) != selectionEvent_ + XCB_XFIXES_SELECTION_NOTIFY)
-        return;
-    const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
-    if (change.selection != compositor_)
-        return;
-    composited_ = change.owner != XCB_WINDOW_NONE;
-    if (changed_)
+    if (compositor_.handle(event) && changed_)
         changed_();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Panels.h"
+#include "platform/x11/SelectionWatch.h"
 #include "platform/x11/WindowManager.h"
 #include "platform/x11/XSettings.h"
 
@@ -16,7 +17,7 @@ class X11Panels final : public Panels {
 public:
     explicit X11Panels(Connection& connection);
 
-    bool composited() const override { return composited_; }
+    bool composited() const override { return compositor_.owner() != XCB_WINDOW_NONE; }
     bool animationsEnabled() const override { return settings_.shared().animations; }
     void setFrame(Window window, const PanelFrame& frame) override;
     void activate(Window window) override;
@@ -25,16 +26,13 @@ public:
     void handle(const xcb_generic_event_t& event);
 
 private:
-    void watchCompositor();
     xcb_timestamp_t serverTime();
 
     Connection& connection_;
     WindowManager manager_;
     XSettings settings_;
-    xcb_window_t clock_;                    ///< never shown
-    xcb_atom_t compositor_ = XCB_ATOM_NONE; ///< the selection that a compositor owns
-    std::uint8_t selectionEvent_ = 0;
-    bool composited_ = false;
+    SelectionWatch compositor_;
+    xcb_window_t clock_; ///< never shown
     std::function<void()> changed_;
 };
 
