@@ -27,12 +27,9 @@ fs::path ownName() {
 }
 
 fs::path pathOf(const std::string& invokedAs) {
-    if (invokedAs.find('/') == std::string::npos) {
-        const auto found = own(g_find_program_in_path(invokedAs.c_str()));
-        return found ? found.get() : "";
-    }
+    const auto found = own(g_find_program_in_path(invokedAs.c_str())); // PATH may be relative too
     std::error_code error;
-    return fs::absolute(invokedAs, error).lexically_normal();
+    return fs::absolute(found ? found.get() : "", error).lexically_normal();
 }
 
 } // namespace
