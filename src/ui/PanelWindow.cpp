@@ -4,6 +4,7 @@
 #include "platform/Panels.h"
 #include "ui/Images.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
@@ -27,6 +28,12 @@ PanelFrame frameOf(const QWindow& window, double cornerRadius) {
             .cornerRadius = cornerRadius * scale};
 }
 
+/// Qt knows only its own class of dialogs for such.
+QAccessibleInterface* accessiblePanel(const QString& /*className*/, QObject* object) {
+    auto* panel = dynamic_cast<PanelWindow*>(object);
+    return panel != nullptr ? new QAccessibleWidget(panel, QAccessible::Dialog) : nullptr;
+}
+
 void invalidateShadows() {
     for (QWidget* window : QApplication::topLevelWidgets())
         if (auto* panel = dynamic_cast<PanelWindow*>(window))
@@ -38,6 +45,7 @@ void invalidateShadows() {
 PanelWindow::PanelWindow(const WindowAttributes& attributes)
     : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint), attributes_(attributes),
       contentView_(new QWidget(this)) {
+    QAccessible::installFactory(accessiblePanel); // only the first time counts
     setAttribute(Qt::WA_TranslucentBackground, !attributes_.opaque);
     setAttribute(Qt::WA_TransparentForMouseEvents, attributes_.ignoresMouseEvents);
     const QSize size = attributes_.contentRect.size();
