@@ -1,5 +1,6 @@
 #include "x11/WindowBridge.h"
 
+#include <csignal>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -59,6 +60,19 @@ TEST_P(Windows, KeepTheirSizeInADragAndLeaveFullscreenForASnapOnly) {
     ASSERT_TRUE(bridge.settle());
     EXPECT_EQ(bridge.visible(window.id()), half);
     EXPECT_FALSE(bridge.isFullscreen(window.id()));
+}
+
+TEST_P(Windows, GetToTheirPlaceUnderAManagerThatIsLate) {
+    rig::TestWindow window(bridge.name());
+    const auto element = bridge.focus(window.id());
+    const auto half = rig::target(Place::right, bridge.screen());
+    const pid_t manager = bridge.desktop.manager().processId();
+    ::kill(manager, SIGSTOP);
+    bridge.snap(element, frameOf(half));
+    EXPECT_TRUE(bridge.until("end of patience", [&] { return !bridge.service.deadline(); }));
+    ::kill(manager, SIGCONT);
+    ASSERT_TRUE(bridge.settle());
+    EXPECT_EQ(bridge.visible(window.id()), half);
 }
 
 TEST_P(Windows, AreWholeOrNoneWhenTheyVanish) {
