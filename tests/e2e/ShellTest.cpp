@@ -13,6 +13,7 @@
 namespace klova::rig {
 namespace {
 
+using Titles = std::vector<std::string>;
 using Controls = std::vector<std::pair<std::string, std::string>>; // role and name
 
 class ShellTest : public testing::Test {
@@ -90,6 +91,14 @@ protected:
         return result;
     }
 
+    Titles panelTitles() const {
+        Titles titles;
+        for (const auto& object : bus.objects())
+            if (object.role == "dialog" && object.showing)
+                titles.push_back(object.name);
+        return titles;
+    }
+
     void clickAt(int x, int y) {
         hands.movePointer(x, y);
         hands.click(1);
@@ -149,6 +158,7 @@ TEST_F(ShellTest, theFirstStartLeadsThroughTheTour) {
         const std::string title = pages[page - 1];
         const std::string button = page < 4 ? "Next" : "Start";
         awaitSeen(title);
+        EXPECT_EQ(panelTitles(), Titles{"Welcome to Klova"});
         EXPECT_EQ(controls(), (Controls{{"push button", button}, {"push button", "Close"}}));
         EXPECT_EQ(awaitSeen(button).description, "Page " + std::to_string(page) + " of 4");
         const auto all = bus.objects();
@@ -175,6 +185,7 @@ TEST_F(ShellTest, theAboutPanelIsReadMovedAndClosed) {
     const auto number = version.output().substr(6, version.output().find('\n') - 6);
     awaitSeen("Version " + number);
     awaitSeen("Free software under the MIT licence");
+    EXPECT_EQ(panelTitles(), Titles{"About Klova"});
     EXPECT_EQ(controls(), (Controls{{"label", "Version " + number}, {"push button", "Close"}}));
     const Rect before = clientArea(display, panel);
     const Rect label = awaitSeen("KLOVA").area;
@@ -194,6 +205,8 @@ TEST_F(ShellTest, theAboutPanelIsReadMovedAndClosed) {
         },
         [&] { return toText(before) + " " + toText(clientArea(display, panel)); }));
     hands.releaseButton(1);
+    EXPECT_TRUE(
+        waitUntil(display, "the end of the drag", [&] { return !keyboardGrabbed(display); }));
     hands.tap(XKB_KEY_Escape);
     EXPECT_TRUE(panelGoes());
     EXPECT_TRUE(menuShows("About Klova", true));
@@ -231,6 +244,7 @@ TEST_P(PreferencesTest, areSavedAndInForceAtOnce) {
                       control = "Control is an activation key",
                       q = "Q reopens the minimized window", e = "E reopens the minimized window";
     awaitSeen(super);
+    EXPECT_EQ(panelTitles(), Titles{"Klova Preferences"});
     EXPECT_EQ(controls(), (Controls{{"check box", control},
                                     {"check box", super},
                                     {"check box", alt},
