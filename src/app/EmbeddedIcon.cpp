@@ -33,8 +33,11 @@ void EmbeddedIcon::setIcon(const QIcon& icon) {
     update();
 }
 
+/// The left and the right button, which do not get here while the gestures are armed: without the
+/// keyboard, which is held then, a menu would not close again.
 void EmbeddedIcon::mousePressEvent(QMouseEvent* event) {
-    menu_.popup(event->globalPosition().toPoint());
+    if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton)
+        menu_.popup(event->globalPosition().toPoint());
 }
 
 void EmbeddedIcon::paintEvent(QPaintEvent*) {

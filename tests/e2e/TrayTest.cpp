@@ -114,6 +114,13 @@ TEST_F(TrayTest, aClickOnTheEmbeddedIconOpensTheMenuWhoseLastEntryQuits) {
         ASSERT_TRUE(awaitIcon(kResting, kArmed));
         const Rect icon = find(kResting).value_or(Rect{});
         hands.movePointer(icon.x, icon.y);
+        hands.press(XKB_KEY_Super_L);
+        hands.press(XKB_KEY_Control_L);
+        ASSERT_TRUE(awaitIcon(kArmed, kResting));
+        hands.click(2); // a menu that could not hold the keyboard would stay open
+        hands.release(XKB_KEY_Super_L);
+        hands.release(XKB_KEY_Control_L);
+        ASSERT_TRUE(awaitIcon(kResting, kArmed));
         hands.click(button);
         // Not by asking for its grab, which would be in its way.
         ASSERT_TRUE(
