@@ -2,6 +2,7 @@
 
 #include "app/Alert.h"
 
+#include <QAccessible>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
@@ -42,6 +43,9 @@ QtApplication::QtApplication() : application_(prepared().count, prepared().value
     QGuiApplication::setApplicationDisplayName("Klova");
     QGuiApplication::setQuitOnLastWindowClosed(false);
     std::setlocale(LC_NUMERIC, "C");
+    // Makes the bridge to screen readers, which asks the session bus and waits for the answer: now
+    // and not with the first panel, when keys may be held back.
+    QAccessible::isActive();
 }
 
 void QtApplication::activateIgnoringOtherApps() {
