@@ -15,7 +15,7 @@ constexpr int kIconSize = 64;
 constexpr const char* kRules = R"(
     QMessageBox { background: %1; }
     QLabel { color: %3; background: transparent; }
-    QLabel#qt_msgbox_informativelabel { min-width: 330px; }
+    QLabel#qt_msgbox_informativelabel { min-width: 400px; }
     QLabel#qt_msgbox_label { color: %2; font-weight: bold; }
     QPushButton { color: %5; background: %4; border: 2px solid %4; border-radius: 6px;
                   padding: 6px 22px; min-width: 44px; font-weight: bold; }
