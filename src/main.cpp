@@ -7,17 +7,20 @@
 #include "app/QtMessages.h"
 #include "app/QuitSignals.h"
 #include "app/TrayIcon.h"
+#include "input/ActivationKeys.h"
 #include "platform/Diagnostics.h"
 #include "platform/Panels.h"
 #include "platform/UniqueDescriptor.h"
 #include "platform/freedesktop/AutostartItems.h"
 #include "platform/freedesktop/JsonPreferencesStore.h"
+#include "platform/freedesktop/Notification.h"
 #include "platform/freedesktop/ProgramFile.h"
 #include "platform/freedesktop/TrustNotification.h"
 #include "platform/x11/SingleInstance.h"
 #include "platform/x11/X11Desktop.h"
 #include "platform/x11/XlibErrors.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 #include <csignal>
 #include <cstdio>
@@ -70,6 +73,17 @@ void endWithoutServerIfItIsGone() {
         endWithoutServer();
 }
 
+/// With no key to hold the gestures stay armed from the first modifier on, and clicks do not get
+/// through to the menu.
+void sayHowToQuitWithoutKeys() {
+    if (activationKeys.empty())
+        notify(QCoreApplication::translate("main", "Klova has no activation keys"),
+               QCoreApplication::translate(
+                   "main", "From the first modifier key that you press, such as Ctrl, Klova keeps "
+                           "all keys for its gestures. The key T quits it then."),
+               Urgency::normal);
+}
+
 void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     QuitSignals quitSignals; // not before the connection, which may take forever
     x11::setXlibConnectionLost(endWithoutServer);
@@ -100,6 +114,10 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     x11.instance().setCalled([&] {
         if (application.running())
             startedAgain.start();
+    });
+    QTimer::singleShot(0, [&application] {
+        if (application.running()) // the settings are loaded
+            sayHowToQuitWithoutKeys();
     });
     delegate.applicationDidFinishLaunching();
     watchedConnection = -1;

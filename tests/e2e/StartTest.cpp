@@ -1,3 +1,4 @@
+#include "desktop/Grabs.h"
 #include "desktop/Injector.h"
 #include "desktop/VirtualDesktop.h"
 #include "desktop/Wait.h"
@@ -77,6 +78,26 @@ TEST(StartTest, aSecondStartOpensThePreferencesOfTheFirstUnlessBothAreNew) {
     EXPECT_GE(age(), 5s);
     const auto panel = awaitWindow(display, first);
     EXPECT_TRUE(waitUntil(display, "the focus", [&] { return activeWindow(display) == panel; }));
+}
+
+TEST(StartTest, withoutActivationKeysANotificationSaysThatTQuits) {
+    VirtualDesktop desktop;
+    writeFile(desktop.session().config() / "klova" / "preferences.json",
+              R"({"isNotFirstTime": true, "activationKeys": []})");
+    const Process monitor = desktop.launch({"dbus-monitor", "member=Notify"});
+    const auto awaitOnBus = [&](const std::string& word) {
+        require(desktop.display(), word,
+                [&] { return monitor.output().find(word) != std::string::npos; });
+    };
+    awaitOnBus("NameLost");
+    Process klova = desktop.launch({KLOVA_BINARY});
+    awaitOnBus("The key T quits");
+    Injector hands(desktop.server().display());
+    hands.tap(XKB_KEY_Shift_L);
+    require(desktop.display(), "all keys to be kept",
+            [&] { return keyReserved(desktop.display(), hands.keyCode(XKB_KEY_t), 0); });
+    hands.tap(XKB_KEY_t);
+    EXPECT_EQ(klova.waitExit(kDeadline), 0);
 }
 
 } // namespace
