@@ -38,8 +38,4 @@ std::string activationKeyLabel(std::span<const KeyCode> keys) {
     return label;
 }
 
-std::string activationKeysMenuTitle(std::span<const KeyCode> keys) {
-    return "Activation Keys: " + activationKeyLabel(keys);
-}
-
 } // namespace klova

@@ -24,7 +24,4 @@ bool activationKeysHeld();
 /// The keys' symbols, joined in list order; a key without a symbol adds nothing.
 std::string activationKeyLabel(std::span<const KeyCode> keys);
 
-/// The title of the status menu's entry that shows the keys.
-std::string activationKeysMenuTitle(std::span<const KeyCode> keys);
-
 } // namespace klova
