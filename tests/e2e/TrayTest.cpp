@@ -57,20 +57,9 @@ protected:
                          [&] { return find(shown) && !find(gone); });
     }
 
-    /// Klova's window on the screen that no manager has put into a frame.
     std::optional<Rect> findMenu() {
-        auto& display = desktop.display();
-        const auto tree = owned(xcb_query_tree_reply(
-            display.get(), xcb_query_tree(display.get(), display.root()), nullptr));
-        for (int i = 0; i < tree->children_len; ++i) {
-            const xcb_window_t window = xcb_query_tree_children(tree.get())[i];
-            const auto shown = owned(xcb_get_window_attributes_reply(
-                display.get(), xcb_get_window_attributes(display.get(), window), nullptr));
-            if (shown && shown->map_state == XCB_MAP_STATE_VIEWABLE &&
-                display.text(window, "WM_CLASS").starts_with("klova"))
-                return clientArea(display, window);
-        }
-        return std::nullopt;
+        const auto menu = unmanagedWindow(desktop.display(), "klova");
+        return menu ? std::optional(clientArea(desktop.display(), *menu)) : std::nullopt;
     }
 
     /// Waits until the announced menu, which is that of Super and Ctrl, is so.
