@@ -6,9 +6,13 @@
 
 namespace klova {
 
+TrayIcon::Image::Image(const QString& name) : drawn(imageNamed(name)) {
+    for (const QSize& size : drawn.availableSizes())
+        pixels.addPixmap(drawn.pixmap(size, 1.0));
+}
+
 TrayIcon::TrayIcon(TrayArea& area)
-    : area_(area), deactivated_(imageNamed("Menulet_deactivated")),
-      activated_(imageNamed("Menulet_activated")) {
+    : area_(area), deactivated_("Menulet_deactivated"), activated_("Menulet_activated") {
     for (QTimer* timer : {&redrawTimer_, &kindTimer_})
         timer->setSingleShot(true);
     QObject::connect(&redrawTimer_, &QTimer::timeout, &redrawTimer_, [this] { redraw(); });
@@ -33,15 +37,15 @@ void TrayIcon::setImage(std::string_view name) {
 
 void TrayIcon::setNeedsDisplay() { redrawTimer_.start(); }
 
-const QIcon& TrayIcon::icon() const {
+const TrayIcon::Image& TrayIcon::image() const {
     return imageName_ == "Menulet_activated" ? activated_ : deactivated_;
 }
 
 void TrayIcon::redraw() {
     if (announced_ != nullptr)
-        announced_->setIcon(icon());
+        announced_->setIcon(image().pixels);
     if (embedded_ != nullptr)
-        embedded_->setIcon(icon());
+        embedded_->setIcon(image().drawn);
 }
 
 void TrayIcon::chooseKind() {
@@ -50,15 +54,16 @@ void TrayIcon::chooseKind() {
     if (*host_.present())
         announce();
     else if (area_.present() && embedded_ == nullptr)
-        embedded_ = std::make_unique<EmbeddedIcon>(area_, icon(), *menu_);
+        embedded_ = std::make_unique<EmbeddedIcon>(area_, image().drawn, *menu_);
 }
 
 /// Qt decides once in a process between announcing and embedding, by whether there is a host when
-/// the first icon is made. So none may be made before.
+/// the first icon is made. So none may be made before. An icon's name would be announced with it,
+/// and many a host that finds none of that name in the desktop's theme shows no icon at all.
 void TrayIcon::announce() {
     if (announced_ != nullptr)
         return;
-    announced_ = std::make_unique<QSystemTrayIcon>(icon());
+    announced_ = std::make_unique<QSystemTrayIcon>(image().pixels);
     announced_->setToolTip("Klova");
     announced_->setContextMenu(menu_);
     QObject::connect(announced_.get(), &QSystemTrayIcon::activated, menu_,

@@ -34,12 +34,18 @@ private:
     void redraw();
     void chooseKind();
     void announce();
-    const QIcon& icon() const;
+
+    struct Image {
+        explicit Image(const QString& name);
+        QIcon drawn;  ///< at whatever size
+        QIcon pixels; ///< the same without its name
+    };
+    const Image& image() const;
 
     TrayArea& area_;
     StatusNotifierHost host_;
-    QIcon deactivated_;
-    QIcon activated_;
+    Image deactivated_;
+    Image activated_;
     std::string imageName_;
     QPointer<QMenu> menu_;
 

@@ -145,6 +145,11 @@ TEST_F(TrayTest, theAnnouncedMenuListsEveryGestureWithItsKeys) {
         {"Quit KLOVA: Ctrl⌘ + T", true, ""},
     };
     EXPECT_EQ(announcedMenu(desktop), wanted);
+    EXPECT_EQ(callBus(desktop, announcedBy(desktop), "/StatusNotifierItem",
+                      "org.freedesktop.DBus.Properties.Get",
+                      {"org.kde.StatusNotifierItem", "IconName"}),
+              "(<''>,)\n")
+        << "a name of no theme hides the icon";
 }
 
 TEST_F(TrayTest, panelsOpenFromTheAnnouncedMenuOneAtATime) {
