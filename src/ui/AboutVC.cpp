@@ -62,7 +62,7 @@ void AboutVC::viewDidLoad() {
     add(line(tr("Stands on %1").arg("Qt, XCB, Xlib, xkbcommon, GLib and JSON for Modern C++"),
              palette::font(10), palette::kGray),
         0);
-    fitLabels(view());
+    fitLabels(view(), view());
 }
 
 } // namespace klova

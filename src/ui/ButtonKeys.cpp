@@ -33,7 +33,8 @@ void choose(QAbstractButton& button) {
 
 bool answerKey(QAbstractButton& button, const QKeyEvent& event) {
     if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) {
-        button.click();
+        if (!event.isAutoRepeat())
+            button.click();
         return true;
     }
     const int step = stepOf(event.key(), button.layoutDirection());

@@ -7,6 +7,8 @@ namespace klova {
 namespace {
 
 bool fits(const QWidget& view) {
+    for (QLayout* layout : view.findChildren<QLayout*>())
+        layout->invalidate(); // each remembers what its own labels needed
     return view.layout()->totalMinimumHeightForWidth(view.width()) <= view.height();
 }
 
@@ -27,10 +29,10 @@ bool shrink(const QList<QLabel*>& labels) {
 
 } // namespace
 
-void fitLabels(QWidget& view) {
-    const auto labels = view.findChildren<QLabel*>();
-    while (!fits(view) && shrink(labels))
-        view.layout()->invalidate();
+void fitLabels(const QWidget& part, const QWidget& view) {
+    const auto labels = part.findChildren<QLabel*>();
+    while (!fits(view) && shrink(labels)) {
+    }
 }
 
 } // namespace klova

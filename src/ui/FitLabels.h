@@ -5,8 +5,8 @@
 
 namespace klova {
 
-/// Makes the labels in the view's layout smaller, step by step, until all of it fits into the
-/// view's size.
-void fitLabels(QWidget& view);
+/// Makes the labels in `part` smaller, step by step, until all that the view around it has in its
+/// layout fits into the view's size.
+void fitLabels(const QWidget& part, const QWidget& view);
 
 } // namespace klova

@@ -114,7 +114,7 @@ void PreferencesVC::viewDidLoad() {
     for (const char* mode : {"note", "normal"}) // so that what is below stays where it is
         onlyOneButtonLabel->reserveRoomFor(*hintOf(mode), PreferencesView::kTextWidth);
     setTitles();
-    fitLabels(view());
+    fitLabels(view(), view());
 }
 
 void PreferencesVC::setTitles() {

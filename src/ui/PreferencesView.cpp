@@ -71,6 +71,7 @@ void PreferencesView::arrange() {
     column->setContentsMargins(21, 10, 21, 14);
     column->setSpacing(0);
     const auto section = [column](const QString& name, QLayout* content) {
+        column->addSpacing(6); // at least
         column->addStretch();
         column->addWidget(sectionLabel(name));
         column->addSpacing(3);

@@ -20,7 +20,6 @@ constexpr int kDotGap = 6;
 
 TourButton::TourButton(const QString& text) : QPushButton(text) {
     setFont(palette::font(13, QFont::DemiBold));
-    setAutoDefault(true); // or Enter would do nothing outside of a dialog
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
 }

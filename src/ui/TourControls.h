@@ -1,6 +1,8 @@
 // What stands below the pages of the tour: where one is, and the button that leads on.
 #pragma once
 
+#include "ui/ButtonKeys.h"
+
 #include <QPushButton>
 #include <QWidget>
 
@@ -14,6 +16,10 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (!answerKey(*this, *event))
+            QPushButton::keyPressEvent(event);
+    }
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -12,6 +12,8 @@
 namespace klova {
 namespace {
 
+constexpr int kSmallestPicture = 170; // points; below that the texts have to give way
+
 std::unique_ptr<QLabel> label(const QString& text, const QFont& font, const QColor& colour) {
     auto result = std::make_unique<QLabel>(text);
     result->setTextFormat(Qt::PlainText);
@@ -31,6 +33,7 @@ void WelcomePage::viewDidLoad() {
     const Content content = contentFor(keycaps);
 
     auto picture = std::make_unique<GestureView>(content.gesture, keycaps);
+    picture->setMinimumHeight(kSmallestPicture);
     picture->setAccessibleName(content.title);
     picture->setAccessibleDescription(content.description);
 

@@ -1,6 +1,7 @@
 #include "ui/WelcomeVC.h"
 
 #include "input/ShellState.h"
+#include "ui/FitLabels.h"
 #include "ui/Images.h"
 #include "ui/Palette.h"
 #include "ui/PanelDelegate.h"
@@ -73,7 +74,9 @@ void WelcomeVC::makeViews() {
     dots_ = new PageDots(kLastPage);
     nextButton = new TourButton(tr("Next"));
     QObject::connect(nextButton, &TourButton::clicked, &view(), [this] { nextButtonClicked(); });
-    QObject::connect(new QShortcut(Qt::Key_Right, &view()), &QShortcut::activated, &view(), [this] {
+    auto* right = new QShortcut(Qt::Key_Right, &view());
+    right->setAutoRepeat(false); // a page each time
+    QObject::connect(right, &QShortcut::activated, &view(), [this] {
         if (currentPage < kLastPage)
             nextButton->click();
     });
@@ -141,8 +144,11 @@ void WelcomeVC::runTransition() {
 
 void WelcomeVC::showCurrentPage() {
     leavingVc_.reset(); // takes its view out of the page area
-    containerViewForPages->layout()->addWidget(&currentVc->view());
-    currentVc->view().lower();
+    QWidget& page = currentVc->view();
+    containerViewForPages->layout()->addWidget(&page);
+    page.lower();
+    page.show(); // what is hidden takes no room
+    fitLabels(page, view());
 }
 
 void WelcomeVC::closeWelcomeWindow() {
