@@ -5,6 +5,7 @@
 
 #include <QAccessibleWidget>
 #include <QPainter>
+#include <QWindow>
 #include <chrono>
 #include <cmath>
 #include <utility>
@@ -26,10 +27,15 @@ GestureView::GestureView(const Gesture& gesture, Keycaps keycaps)
     QAccessible::installFactory(accessiblePicture); // only the first time counts
     timer_.setSingleShot(true);
     timer_.setTimerType(Qt::PreciseTimer);
-    connect(&timer_, &QTimer::timeout, this, [this] { tick(); });
+    connect(&timer_, &QTimer::timeout, this, [this] {
+        if (onScreen()) // or it sleeps until it is painted again
+            tick();
+    });
 }
 
 void GestureView::paintEvent(QPaintEvent*) {
+    if (!still_ && !playing() && onScreen())
+        timer_.start(0);
     QPainter painter(this);
     if (still_)
         paintStills(painter, rect(), gesture_, keycaps_);
@@ -47,6 +53,12 @@ void GestureView::startRound() {
     clock_.start();
     if (!still_)
         tick();
+}
+
+/// False also on a desktop that the person has left: its window stays shown.
+bool GestureView::onScreen() const {
+    const QWindow* handle = window()->windowHandle();
+    return isVisible() && handle != nullptr && handle->isExposed();
 }
 
 /// Sleeps while nothing moves.

@@ -26,6 +26,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    bool onScreen() const;
     void startRound();
     void tick();
 
