@@ -3,6 +3,7 @@
 #include "platform/x11/Activation.h"
 #include "platform/x11/Connection.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <vector>
