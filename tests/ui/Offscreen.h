@@ -5,6 +5,7 @@
 #include "ui/PanelDelegate.h"
 
 #include <QApplication>
+#include <QTranslator>
 #include <memory>
 
 namespace klova::test {
@@ -26,6 +27,16 @@ inline const testing::Environment* const offscreenQt =
     testing::AddGlobalTestEnvironment(new OffscreenQt); // which takes it
 
 inline QApplication& application() { return *qApp; }
+
+/// A language whose texts are longer than the program's own by two fifths, while it lives.
+struct LongLanguage final : QTranslator {
+    LongLanguage() { QCoreApplication::installTranslator(this); }
+    bool isEmpty() const override { return false; }
+    QString translate(const char*, const char* text, const char*, int) const override {
+        const QString source = QString::fromUtf8(text);
+        return source + " " + source.left(source.size() * 2 / 5).remove('*').remove('%');
+    }
+};
 
 /// Its notes stand between those of the simulated desktop.
 struct NotingShell final : PanelDelegate {

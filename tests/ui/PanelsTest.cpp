@@ -105,7 +105,8 @@ TEST_F(PanelsTest, areNeverSavedOrLoaded) {
     }
 }
 
-TEST_F(PanelsTest, haveRoomForTheirTextsAlsoWhereFontsAreLarge) {
+TEST_F(PanelsTest, haveRoomForTheirTextsAlsoWhereTheyAreLongAndFontsAreLarge) {
+    const LongLanguage longer;
     for (const int size : {10, 15, 30}) {
         application().setFont(QFont("sans", size));
         PreferencesVC preferences;

@@ -166,8 +166,9 @@ protected:
     ~WelcomeTest() override { panels = nullptr; }
 
     /// The page on show once every fade has ended.
-    QWidget* page() {
-        const auto shown = [this] {
+    QWidget* page() { return page(tour); }
+    static QWidget* page(WelcomeVC& tour) {
+        const auto shown = [&tour] {
             return tour.containerViewForPages->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
         };
         for (QDeadlineTimer deadline(5000); !deadline.hasExpired();) {
@@ -236,19 +237,25 @@ TEST_F(WelcomeTest, playsOnlyOnShowAndOnlyWhereMotionIsWelcome) {
     tour.nextButton->click(); // and the tour goes in the middle of a fade
 }
 
-TEST_F(WelcomeTest, hasRoomForEveryTextAlsoWhereFontsAreLarge) {
+TEST_F(WelcomeTest, hasRoomForItsPicturesAndTextsAlsoWhereTheyAreLongAndFontsAreLarge) {
+    const LongLanguage longer;
+    StillDesktop still; // no fades to wait for
+    panels = &still;
     for (const int size : {10, 15, 30}) {
         application().setFont(QFont("sans", size));
         WelcomeVC large;
+        large.view().resize(310, 459);
         large.view().show();
-        EXPECT_GE(large.nextButton->width(), large.nextButton->sizeHint().width());
-        for (const char* name :
-             {"welcomeOneVc", "welcomeTwoVc", "WelcomeThreeVc", "WelcomeFourVc"}) {
-            const auto shown = large.storyb.instantiate<WelcomePage>(name);
-            shown->view().setFixedSize(large.containerViewForPages->size());
-            shown->view().show();
-            for (const auto* label : shown->view().findChildren<QLabel*>())
-                EXPECT_GE(label->height(), label->heightForWidth(label->width())) << name << size;
+        for (int number = 1; number <= 4; ++number) {
+            EXPECT_EQ(large.currentPage, number);
+            const QWidget* shown = page(large);
+            EXPECT_GE(shown->findChildren<QWidget*>()[1]->height(), 170) << "the picture" << size;
+            for (const auto* label : shown->findChildren<QLabel*>())
+                EXPECT_GE(label->height(), label->heightForWidth(label->width()))
+                    << label->text().toStdString() << size;
+            EXPECT_GE(large.nextButton->width(), large.nextButton->sizeHint().width());
+            EXPECT_EQ(large.view().size(), QSize(310, 459));
+            large.nextButton->click();
         }
     }
 }
