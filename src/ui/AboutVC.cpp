@@ -2,25 +2,14 @@
 
 #include "ui/FitLabels.h"
 #include "ui/Images.h"
+#include "ui/Labels.h"
 #include "ui/Palette.h"
 
-#include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
 
 namespace klova {
 namespace {
-
-QLabel* line(const QString& words, const QFont& font, const QColor& color) {
-    auto* label = new QLabel(words);
-    label->setFont(font);
-    label->setAlignment(Qt::AlignCenter);
-    label->setWordWrap(true);
-    QPalette colors = label->palette();
-    colors.setColor(QPalette::WindowText, color);
-    label->setPalette(colors);
-    return label;
-}
 
 /// Draws the program's icon at any pixel ratio.
 class IconView final : public QWidget {
@@ -53,14 +42,15 @@ void AboutVC::viewDidLoad() {
         column->addSpacing(space);
     };
     add(new IconView(72), 6);
-    add(line("KLOVA", palette::font(20, QFont::Bold), palette::kBright), 0);
-    QLabel* version = line(tr("Version %1").arg(KLOVA_VERSION), palette::font(12), palette::kText);
+    add(makeLabel("KLOVA", palette::font(20, QFont::Bold), palette::kBright), 0);
+    QLabel* version =
+        makeLabel(tr("Version %1").arg(KLOVA_VERSION), palette::font(12), palette::kText);
     version->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     add(version, 8);
-    add(line(tr("Free software under the MIT licence"), palette::font(11), palette::kText), 8);
+    add(makeLabel(tr("Free software under the MIT licence"), palette::font(11), palette::kText), 8);
     column->addStretch();
-    add(line(tr("Stands on %1").arg("Qt, XCB, Xlib, xkbcommon, GLib and JSON for Modern C++"),
-             palette::font(10), palette::kGray),
+    add(makeLabel(tr("Stands on %1").arg("Qt, XCB, Xlib, xkbcommon, GLib and JSON for Modern C++"),
+                  palette::font(10), palette::kGray),
         0);
     fitLabels(view(), view());
 }

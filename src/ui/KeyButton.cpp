@@ -63,6 +63,11 @@ void paintTexts(QPainter& painter, const QRectF& face, const QAbstractButton& bu
     painter.drawText(line, Qt::AlignCenter, look.caption);
 }
 
+QAccessibleInterface* accessibleRadio(const QString& /*className*/, QObject* object) {
+    auto* radio = dynamic_cast<KeyRadioButton*>(object);
+    return radio != nullptr ? new RadioAccessible(*radio) : nullptr; // Qt's to delete
+}
+
 } // namespace
 
 QSize sizeOfKey(const KeyLook& look) {
@@ -93,13 +98,7 @@ void paintKey(QAbstractButton& button, const KeyLook& look, bool radio) {
 }
 
 void announceRadioButtons() {
-    [[maybe_unused]] static const bool once = [] {
-        QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
-            auto* radio = dynamic_cast<KeyRadioButton*>(object);
-            return radio != nullptr ? new RadioAccessible(*radio) : nullptr; // Qt's to delete
-        });
-        return true;
-    }();
+    QAccessible::installFactory(accessibleRadio); // only the first time counts
 }
 
 void setNextState(QAbstractButton& button) {

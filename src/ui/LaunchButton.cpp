@@ -11,7 +11,9 @@ namespace {
 
 constexpr int kSwitch = 44;       // side of the square picture
 constexpr int kSwitchHeight = 26; // of what is drawn in it
-constexpr int kInset = 3;
+constexpr int kAbove = (kSwitch - kSwitchHeight) / 2;
+constexpr int kInset = 3; // room for the focus ring
+constexpr QMargins kRing(kInset, kInset, kInset, kInset);
 
 } // namespace
 
@@ -36,7 +38,7 @@ void LaunchButton::paintEvent(QPaintEvent*) {
                         kSwitch);
     icon().paint(&painter, picture);
     if (showsFocusRing(*this))
-        paintFocusRing(painter, rect(), 9);
+        paintFocusRing(painter, picture.marginsRemoved({0, kAbove, 0, kAbove}) + kRing, 16);
 }
 
 } // namespace klova

@@ -2,6 +2,7 @@
 
 #include "ui/HintLabel.h"
 #include "ui/KeyButton.h"
+#include "ui/Labels.h"
 #include "ui/LaunchButton.h"
 #include "ui/Palette.h"
 
@@ -12,18 +13,9 @@
 namespace klova {
 namespace {
 
-QLabel* label(const QString& words, const QFont& font, const QColor& color) {
-    auto* label = new QLabel(words);
-    label->setFont(font);
-    label->setWordWrap(true);
-    QPalette colors = label->palette();
-    colors.setColor(QPalette::WindowText, color);
-    label->setPalette(colors);
-    return label;
-}
-
 QLabel* sectionLabel(const QString& words) {
-    QLabel* section = label(words, palette::font(12, QFont::DemiBold), palette::kText);
+    QLabel* section = makeLabel(words, palette::font(12, QFont::DemiBold), palette::kText,
+                                Qt::AlignLeading | Qt::AlignVCenter);
     section->setContentsMargins(3, 0, 3, 0); // in line with the keys, which leave room for a ring
     return section;
 }
@@ -50,8 +42,8 @@ PreferencesView::PreferencesView()
     : cmdButton(new KeyCheckButton({50, tr("Super"), 18})),
       altButton(new KeyCheckButton({50, tr("Alt"), 18})),
       ctrlButton(new KeyCheckButton({50, tr("Control"), 18})),
-      textView(label(tr("Hold the activation keys, then drag, click or press an arrow key."),
-                     palette::font(11), palette::kGray)),
+      textView(makeLabel(tr("Hold the activation keys, then drag, click or press an arrow key."),
+                         palette::font(11), palette::kGray)),
       maximizeButton(new KeyCheckButton({38, {}, 13, false})),
       centerButton(new KeyCheckButton({38, {}, 13, false})),
       reopenButton(loadedOn(new KeyRadioButton({42, {}, 16}))),
@@ -63,9 +55,8 @@ PreferencesView::PreferencesView()
 }
 
 void PreferencesView::arrange() {
-    auto* title = label(tr("Preferences"), palette::font(15, QFont::DemiBold), palette::kBright);
-    title->setAlignment(Qt::AlignCenter);
-    textView->setAlignment(Qt::AlignCenter);
+    auto* title =
+        makeLabel(tr("Preferences"), palette::font(15, QFont::DemiBold), palette::kBright);
     textView->setContentsMargins(24, 0, 24, 0);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(21, 10, 21, 14);

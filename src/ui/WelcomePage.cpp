@@ -3,9 +3,9 @@
 #include "input/ActivationKeys.h"
 #include "settings/DataStorageManager.h"
 #include "ui/GestureView.h"
+#include "ui/Labels.h"
 #include "ui/Palette.h"
 
-#include <QLabel>
 #include <QVBoxLayout>
 #include <memory>
 
@@ -13,18 +13,6 @@ namespace klova {
 namespace {
 
 constexpr int kSmallestPicture = 170; // points; below that the texts have to give way
-
-std::unique_ptr<QLabel> label(const QString& text, const QFont& font, const QColor& colour) {
-    auto result = std::make_unique<QLabel>(text);
-    result->setTextFormat(Qt::PlainText);
-    result->setAlignment(Qt::AlignCenter);
-    result->setWordWrap(true);
-    result->setFont(font);
-    QPalette colours = result->palette();
-    colours.setColor(QPalette::WindowText, colour);
-    result->setPalette(colours);
-    return result;
-}
 
 } // namespace
 
@@ -41,9 +29,9 @@ void WelcomePage::viewDidLoad() {
     layout->setContentsMargins(22, 0, 22, 0);
     layout->setSpacing(12);
     layout->addWidget(
-        label(content.title, palette::font(18, QFont::DemiBold), palette::kBright).release());
+        makeLabel(content.title, palette::font(18, QFont::DemiBold), palette::kBright));
     layout->addWidget(picture.release(), 1);
-    layout->addWidget(label(content.text, palette::font(12), palette::kText).release());
+    layout->addWidget(makeLabel(content.text, palette::font(12), palette::kText));
 }
 
 } // namespace klova
