@@ -237,7 +237,7 @@ TEST_P(PreferencesTest, areSavedAndInForceAtOnce) {
                       control = "Control is an activation key",
                       q = "Q reopens the minimized window", e = "E reopens the minimized window";
     awaitSeen(super);
-    EXPECT_EQ(controls(), (Controls{{"dialog", "Klova Preferences"},
+    EXPECT_EQ(controls(), (Controls{{"dialog", "Preferences of Klova"},
                                     {"check box", control},
                                     {"check box", super},
                                     {"check box", alt},
