@@ -32,7 +32,6 @@ public:
 
     xcb_connection_t* get() const { return connection_.get(); }
     const xcb_screen_t& screen() const { return *screen_; }
-    int screenNumber() const { return screenNumber_; }
     xcb_window_t root() const { return screen_->root; }
     const Atoms& atoms() const { return *atoms_; }
 
