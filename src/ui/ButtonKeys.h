@@ -6,8 +6,8 @@
 
 namespace klova {
 
-/// Enter clicks, once however long it is held; on a radio button the arrows go to the next one
-/// beside it and choose it. False for every other key.
+/// Enter clicks, unless Qt says that it only repeats; on a radio button the arrows go to the next
+/// one beside it and choose it. False for every other key.
 bool answerKey(QAbstractButton& button, const QKeyEvent& event);
 
 } // namespace klova
