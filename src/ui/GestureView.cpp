@@ -28,14 +28,12 @@ GestureView::GestureView(const Gesture& gesture, Keycaps keycaps)
     timer_.setSingleShot(true);
     timer_.setTimerType(Qt::PreciseTimer);
     connect(&timer_, &QTimer::timeout, this, [this] {
-        if (onScreen()) // or it sleeps until it is painted again
+        if (onScreen()) // or it sleeps until it is again
             tick();
     });
 }
 
 void GestureView::paintEvent(QPaintEvent*) {
-    if (!still_ && !playing() && onScreen())
-        timer_.start(0);
     QPainter painter(this);
     if (still_)
         paintStills(painter, rect(), gesture_, keycaps_);
@@ -43,7 +41,17 @@ void GestureView::paintEvent(QPaintEvent*) {
         paintMoment(painter, rect(), gesture_, picture_, keycaps_);
 }
 
-void GestureView::showEvent(QShowEvent*) { startRound(); }
+void GestureView::showEvent(QShowEvent*) {
+    if (QWindow* handle = window()->windowHandle())
+        handle->installEventFilter(this);
+    startRound();
+}
+
+bool GestureView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Expose && onScreen() && !still_ && !playing())
+        tick();
+    return QWidget::eventFilter(watched, event);
+}
 
 void GestureView::hideEvent(QHideEvent*) { timer_.stop(); }
 
