@@ -258,6 +258,7 @@ TEST_F(WelcomeTest, hasRoomForItsPicturesAndTextsAlsoWhereTheyAreLongAndFontsAre
             large.nextButton->click();
         }
     }
+    panels = nullptr;
 }
 
 } // namespace

@@ -167,7 +167,8 @@ TEST(ClickLimits, AreReadInBothByteOrdersUpToAnyEnd) {
         for (auto size = all.bytes.size() + 1; size-- > 0;) {
             const std::vector<std::uint8_t> part(all.bytes.data(), all.bytes.data() + size);
             const double distance = size < all.bytes.size() ? 5 : 9;
-            EXPECT_EQ(parseSettings(part).clicks, (ClickLimits{size < time ? 400U : 250U, distance}));
+            EXPECT_EQ(parseSettings(part).clicks,
+                      (ClickLimits{size < time ? 400U : 250U, distance}));
         }
         EXPECT_FALSE(parseSettings(all.bytes).animations);
     }
