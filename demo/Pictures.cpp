@@ -1,8 +1,8 @@
 #include "Pictures.h"
 
 #include "Canvas.h"
-#include "Tray.h"
 #include "desktop/Monitors.h"
+#include "desktop/Trays.h"
 #include "desktop/Wait.h"
 #include "desktop/Windows.h"
 
@@ -40,13 +40,13 @@ std::string suffix(const Look& look) {
 Pictures::Pictures(const Look& look, std::filesystem::path binary, std::filesystem::path folder)
     : look_(look), binary_(std::move(binary)), folder_(std::move(folder)),
       desktop_({.screen = scaled(kPoints, look.scale)}), hands_(desktop_.server().display()),
-      tray_(startTray(desktop_)) {
+      tray_(rig::startCornerTray(desktop_)) {
     setScale(desktop_.display(), look.scale);
     paintBackground(desktop_.display());
     if (!look.composited)
         return;
     compositor_.emplace(desktop_.launch({"xcompmgr"}));
-    awaitOwner(desktop_.display(), "_NET_WM_CM_S0");
+    rig::awaitOwner(desktop_.display(), "_NET_WM_CM_S0");
 }
 
 int Pictures::take() {
@@ -121,7 +121,7 @@ void Pictures::takeAlert() {
 
 void Pictures::openMenu() {
     const auto screen = desktop_.server().screen();
-    hands_.movePointer(screen.width - kIconFromRight, screen.height - kIconFromBottom);
+    hands_.movePointer(screen.width - rig::kIconFromRight, screen.height - rig::kIconFromBottom);
     hands_.click(1);
     rig::require(desktop_.display(), "menu",
                  [&] { return rig::unmanagedWindow(desktop_.display(), "klova").has_value(); });

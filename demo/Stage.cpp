@@ -1,8 +1,8 @@
 #include "Stage.h"
 
 #include "Canvas.h"
-#include "Tray.h"
 #include "desktop/Files.h"
+#include "desktop/Trays.h"
 #include "desktop/Windows.h"
 
 #include <stdexcept>
@@ -25,7 +25,8 @@ constexpr auto kTerminalShow =
 
 } // namespace
 
-Stage::Stage(const rig::DesktopOptions& options) : desktop_(options), tray_(startTray(desktop_)) {
+Stage::Stage(const rig::DesktopOptions& options)
+    : desktop_(options), tray_(rig::startCornerTray(desktop_)) {
     paintBackground(display());
     const auto letter = desktop_.session().home() / "Letter.txt";
     rig::writeFile(letter, kLetter);
