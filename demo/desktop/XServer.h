@@ -30,6 +30,7 @@ public:
     /// As in ":99".
     const std::string& display() const { return display_; }
     Rect screen() const { return {0, 0, size_.width, size_.height}; }
+    void signal(int number) const { process_.signal(number); }
 
 private:
     ScreenSize size_;

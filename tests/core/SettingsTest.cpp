@@ -35,15 +35,6 @@ TEST_F(SettingsTest, whatTheFirstRunSavesALaterOneLoads) {
     EXPECT_TRUE(manager.isLaunchingOnStartup());
 }
 
-TEST_F(SettingsTest, absentValuesAreZeroButForTheKeys) {
-    manager.writeToMaxCenterSettings();
-    manager.writeToDeminimizeButton();
-    manager.writeToGlobalActivationKeys();
-    EXPECT_FALSE(maximizingEnabled || centeringEnabled || manager.isLaunchingOnStartup());
-    EXPECT_EQ(deminimizeButton, 0);
-    EXPECT_EQ(activationKeys, (Keys{59, 55}));
-}
-
 TEST_F(SettingsTest, storedKeysAreTakenWholeOrNotAtAll) {
     const Keys fallback{59, 55};
     const std::pair<SimulatedDesktop::Stored, Keys> rows[] = {

@@ -144,8 +144,6 @@ TEST_P(KeyboardTest, RightHandKeysDoNotArmAndReachTheWindow) {
         EXPECT_EQ(received(), (std::vector{a, b, arrow, -arrow, -a, -b}));
     }
     EXPECT_EQ(visibleFrame(display, window.id()), before);
-    chord(kActivation, XKB_KEY_Up);
-    expectPlace(Place::top, "left-hand keys");
 }
 
 TEST_P(KeyboardTest, LayoutsSwapModifiersByMeaningAndKeepLettersByPlace) {
@@ -236,22 +234,6 @@ TEST_P(KeyboardTest, AnOpenMenuKeepsTheKeysUntilItCloses) {
     EXPECT_EQ(klova.process().output().find("123"), std::string::npos) << "never told of Left";
     release(kActivation);
     expectNoLeak("menu");
-}
-
-TEST_P(KeyboardTest, OtherActivationKeysArmInTheirTurn) {
-    klova.process().signal(SIGTERM);
-    EXPECT_EQ(klova.process().waitExit(kDeadline), 0);
-    writeFile(desktop.session().config() / "klova" / "preferences.json",
-              R"({"isNotFirstTime": true, "activationKeys": [58]})");
-    klova.process() = desktop.launch({KLOVA_BINARY});
-    require(display, "Klova",
-            [&] { return keyReserved(display, hands.keyCode(XKB_KEY_Alt_L), 0); });
-    chord({XKB_KEY_Alt_L}, XKB_KEY_Right);
-    expectPlace(Place::right, "Option alone");
-    expectNoLeak("Option alone");
-    chord({XKB_KEY_Super_L}, XKB_KEY_Left);
-    const int arrow = hands.keyCode(XKB_KEY_Left), super = hands.keyCode(XKB_KEY_Super_L);
-    EXPECT_EQ(received(), (std::vector{super, arrow, -arrow, -super}));
 }
 
 TEST_P(KeyboardTest, NothingStaysGrabbed) {

@@ -118,7 +118,8 @@ TEST_F(AutostartTest, onlyWhatStartsThisProgramIsRemoved) {
 }
 
 TEST_F(AutostartTest, aLauncherStartsEachAdditionAndARemovalLeavesTheOthersAlone) {
-    use(script("it's; (here) & there"));
+    const auto program = script("it's; (here) & there");
+    use(program);
     put("other.desktop", "[Desktop Entry]\nType=Application\nName=x\nExec=/bin/true\n");
     put("klova-2.desktop", "broken");
     fs::create_symlink("/nowhere", folder / "klova-3.desktop");
@@ -131,7 +132,9 @@ TEST_F(AutostartTest, aLauncherStartsEachAdditionAndARemovalLeavesTheOthersAlone
     run("desktop-file-validate autostart/klova.desktop autostart/klova-4.desktop");
     run("XDG_CONFIG_DIRS=/nowhere XDG_CONFIG_HOME=$PWD dex --autostart --environment X");
     expectStarts(2);
+    fs::rename(script("upgrade"), program);
     LoginController::setOpensAtLogin(false);
+    EXPECT_FALSE(LoginController::opensAtLogin());
     EXPECT_EQ(files(), before);
     EXPECT_TRUE(fs::is_symlink(folder / "klova-3.desktop"));
     EXPECT_EQ(fs::last_write_time(folder / "other.desktop"), fs::file_time_type{});

@@ -46,7 +46,7 @@ struct NotingShell final : PanelDelegate {
     void updateShortCutLabels() override { note("shortcut labels"); }
     void toggleShowMenuItems(bool enabled) override { note(enabled ? "menu on" : "menu off"); }
     void openPreferences() override {}
-    void closeWelcome() override {}
+    void closeWelcome() override { note("tour closed"); }
     void closeAbout() override {}
 
     void note(std::string entry) {

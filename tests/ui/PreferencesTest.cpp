@@ -70,10 +70,8 @@ TEST_F(PreferencesTest, anActivationKeyIsToggledByTheRules) {
         {{59}, 0, vc.ctrlButton, {59}, 1, normal, true, true},
         {{59}, 1, vc.ctrlButton, {59}, 1, normal, true, true},
         {{59}, 1, vc.altButton, {59, 58}, 0, {}, false, true},
-        {{59}, 0, vc.altButton, {59, 58}, 0, {}, false, true},
         {{55, 59}, 1, vc.altButton, {55, 59, 58}, 1, {}, false, true},
         {{55, 58, 59}, 0, vc.altButton, {55, 59}, 0, normal, true, false},
-        {{55, 58, 59}, 1, vc.altButton, {55, 59}, 1, normal, true, false},
         {{59, 59}, 0, vc.ctrlButton, {59}, 1, note, true, false},
         {{58, 59, 58}, 0, vc.altButton, {59, 58}, 0, normal, true, false},
         {{63, 54}, 0, vc.cmdButton, {63, 54}, 1, note, true, false}, // not in the list
@@ -200,16 +198,6 @@ TEST_F(PreferencesTest, areReachedByKeyboardAndScreenReader) {
     EXPECT_EQ(reopenStates(), "010");
     press(*vc.reopenButton, Qt::Key_Up);
     EXPECT_EQ(reopenStates(), "001");
-    const std::pair<QAbstractButton*, QAccessible::Role> roles[] = {
-        {vc.cmdButton, QAccessible::CheckBox},    {vc.altButton, QAccessible::CheckBox},
-        {vc.ctrlButton, QAccessible::CheckBox},   {vc.maximizeButton, QAccessible::CheckBox},
-        {vc.centerButton, QAccessible::CheckBox}, {vc.reopenButton, QAccessible::RadioButton},
-        {vc.launchButton, QAccessible::CheckBox}};
-    for (const auto& [button, role] : roles) {
-        auto* accessible = QAccessible::queryAccessibleInterface(button);
-        EXPECT_EQ(accessible->role(), role);
-        EXPECT_GT(accessible->text(QAccessible::Name).size(), 6);
-    }
     auto* cmd = QAccessible::queryAccessibleInterface(vc.cmdButton);
     cmd->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
     EXPECT_EQ(activationKeys, (Keys{59, 58, 55}));

@@ -7,7 +7,6 @@
 #include "settings/DataStorageManager.h"
 #include "ui/GestureView.h"
 #include "ui/Offscreen.h"
-#include "ui/PanelDelegate.h"
 #include "ui/WelcomeFourVc.h"
 #include "ui/WelcomeOneVc.h"
 #include "ui/WelcomeThreeVc.h"
@@ -136,17 +135,6 @@ TEST(TourKeycaps, areThePersonsOwn) {
     EXPECT_EQ(keycapsOf(std::vector<KeyCode>{58}, 8).activation.at(0).symbol, "⌥");
 }
 
-struct Shell final : PanelDelegate {
-    void quitApplication() override {}
-    void updateActivationKeyLabel() override {}
-    void updateShortCutLabels() override {}
-    void toggleShowMenuItems(bool enabled) override { log += enabled ? "menu on;" : "menu off;"; }
-    void openPreferences() override {}
-    void closeWelcome() override { log += panelOpen ? "closed open" : "closed"; }
-    void closeAbout() override {}
-    std::string log;
-};
-
 struct StillDesktop final : Panels {
     bool composited() const override { return true; }
     bool animationsEnabled() const override { return false; }
@@ -184,7 +172,7 @@ protected:
         return dynamic_cast<GestureView*>(page()->findChildren<QWidget*>()[1]);
     }
 
-    Shell shell;
+    NotingShell shell{sim};
     WelcomeVC tour;
 };
 
@@ -204,7 +192,8 @@ TEST_F(WelcomeTest, leadsThroughItsPagesToTheStartButton) {
 
     panelOpen = true;
     tour.nextButton->click();
-    EXPECT_EQ(shell.log, "menu on;closed");
+    EXPECT_EQ(shell.log, (Log{"menu on", "tour closed"}));
+    EXPECT_FALSE(panelOpen);
     EXPECT_EQ(tour.currentPage, 4);
     EXPECT_EQ(page(), &tour.currentVc->view());
     for (const auto& [from, to] : {std::pair(4, -1), {-1, 1}, {5, 1}, {0, 1}}) {
@@ -213,8 +202,6 @@ TEST_F(WelcomeTest, leadsThroughItsPagesToTheStartButton) {
         EXPECT_EQ(tour.currentPage, to) << from;
         EXPECT_NE(dynamic_cast<WelcomeFourVc*>(tour.currentVc.get()), nullptr) << from;
     }
-    applicationDelegate = &sim;
-    EXPECT_NE(fatalMessage([&] { tour.closeWelcomeWindow(); }), "");
     EXPECT_NE(fatalMessage([&] { tour.storyb.instantiate<WelcomeTwoVc>("WelcomeTwoVc"); }), "");
     EXPECT_NE(fatalMessage([&] { tour.storyb.instantiate<WelcomeTwoVc>("welcomeOneVc"); }), "");
 }

@@ -101,10 +101,6 @@ public:
 
     rig::Rect screen() { return desktop.server().screen(); }
     rig::Rect visible(xcb_window_t window) { return rig::visibleFrame(display(), window); }
-    std::string misplacement(xcb_window_t window, rig::Place place, const rig::Rect& monitor) {
-        return rig::misplacement(place, monitor, rig::sizeLimits(display(), window),
-                                 visible(window));
-    }
 
     bool setFullscreen(xcb_window_t window) {
         display().tellManager(window, "_NET_WM_STATE",
