@@ -2,11 +2,24 @@
 
 #include <QBitmap>
 #include <QCursor>
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QScreen>
 
 namespace klova {
+namespace {
+
+/// Below the icon, or above where there is no room below: the icon stays in sight.
+QPoint besideIcon(const QRect& icon, const QMenu& menu) {
+    const int height = menu.sizeHint().height();
+    const QScreen* screen = QGuiApplication::screenAt(icon.center());
+    const bool fits = screen == nullptr || icon.bottom() + height <= screen->geometry().bottom();
+    return {icon.left(), fits ? icon.bottom() + 1 : icon.top() - height};
+}
+
+} // namespace
 
 EmbeddedIcon::EmbeddedIcon(TrayArea& area, const QIcon& icon, QMenu& menu)
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
@@ -36,8 +49,10 @@ void EmbeddedIcon::setIcon(const QIcon& icon) {
 /// The left and the right button, which do not get here while the gestures are armed: without the
 /// keyboard, which is held then, a menu would not close again.
 void EmbeddedIcon::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton)
-        menu_.popup(event->globalPosition().toPoint());
+    if (event->button() != Qt::LeftButton && event->button() != Qt::RightButton)
+        return;
+    const QPointF corner = event->globalPosition() - event->position();
+    menu_.popup(besideIcon({corner.toPoint(), size()}, menu_));
 }
 
 void EmbeddedIcon::paintEvent(QPaintEvent*) {

@@ -1,14 +1,15 @@
 // Tour, preferences and about panel as a person uses them, and as a screen reader tells them.
-#include "Trays.h"
 #include "desktop/AccessibilityBus.h"
 #include "desktop/Grabs.h"
 #include "desktop/Injector.h"
 #include "desktop/Placement.h"
 #include "desktop/TestWindow.h"
+#include "desktop/Trays.h"
 #include "desktop/Wait.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <regex>
 
 namespace klova::rig {
 namespace {
