@@ -1,4 +1,4 @@
-// What one file of the autostart folder says, by the Desktop Entry Specification.
+// What one file of the autostart folder says, in the Desktop Entry format of freedesktop.org.
 #pragma once
 
 #include "platform/LoginItems.h"

@@ -1,4 +1,4 @@
-// Notifications on the desktop (the Desktop Notifications Specification).
+// Notifications on the desktop, over the org.freedesktop.Notifications service.
 #pragma once
 
 #include <QString>
