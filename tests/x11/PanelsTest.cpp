@@ -37,7 +37,9 @@ protected:
 
     rig::VirtualDesktop desktop;
     Connection connection{desktop.server().display().c_str()};
-    X11Panels panels{connection};
+    WindowManager manager{connection};
+    XSettings settings{connection};
+    X11Panels panels{connection, manager, settings};
     rig::TestWindow window{desktop.server().display(), {.area = {10, 10, 400, 300}}};
 };
 

@@ -26,7 +26,8 @@ public:
     rig::VirtualDesktop desktop;
     Connection connection;
     X11Screens screens{connection};
-    X11AccessibilityService service{connection, screens};
+    WindowManager windowManager{connection};
+    X11AccessibilityService service{connection, windowManager, screens};
     X11Workspace workspace{connection, service};
 
     std::string name() { return desktop.server().display(); }
@@ -34,7 +35,10 @@ public:
 
     void pump() {
         while (auto event = connection.poll())
+        {
+            windowManager.handle(*event);
             service.handle(*event);
+        }
         service.onDeadline(std::chrono::steady_clock::now());
         service.flushWrites();
     }

@@ -52,8 +52,8 @@ private:
     X11EventTap tap_;
 };
 
-InputBridge::InputBridge(Connection& connection, Screens& screens)
-    : state_{connection}, keys_(state_), pointer_(state_, screens),
+InputBridge::InputBridge(Connection& connection, Screens& screens, const XSettings& settings)
+    : state_{connection}, keys_(state_), pointer_(state_, screens, settings),
       usable_(connection.missingExtensions().empty()) {
     if (!usable_)
         return;
@@ -98,7 +98,6 @@ void InputBridge::handle(const xcb_generic_event_t& event) {
     if (!usable_)
         return;
     const auto type = static_cast<std::uint8_t>(event.response_type & 0x7F);
-    pointer_.handle(event);
     if (type == XCB_GE_GENERIC) {
         if (reinterpret_cast<const xcb_ge_generic_event_t&>(event).extension ==
             state_.connection.xinputOpcode())

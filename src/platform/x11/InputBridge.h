@@ -16,7 +16,7 @@ class InputBridge final : public EventTapService, public EventMonitors {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    InputBridge(Connection& connection, Screens& screens);
+    InputBridge(Connection& connection, Screens& screens, const XSettings& settings);
 
     std::unique_ptr<EventTapPort> CGEventTapCreate(std::uint32_t location, std::uint32_t placement,
                                                    std::uint32_t options, std::uint64_t mask,

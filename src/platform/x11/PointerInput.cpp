@@ -22,8 +22,8 @@ EventType typeOf(std::uint32_t button, bool press) {
 
 } // namespace
 
-PointerInput::PointerInput(InputState& state, Screens& screens)
-    : state_(state), screens_(screens), settings_(state.connection) {
+PointerInput::PointerInput(InputState& state, Screens& screens, const XSettings& settings)
+    : state_(state), screens_(screens), settings_(settings) {
     readMainScreen();
 }
 

@@ -10,7 +10,7 @@ namespace klova::x11 {
 
 class PointerInput {
 public:
-    PointerInput(InputState& state, Screens& screens);
+    PointerInput(InputState& state, Screens& screens, const XSettings& settings);
 
     /// A button event on its way to anybody.
     void watched(const RawButtonEvent& event, bool press);
@@ -34,8 +34,6 @@ public:
     /// In points, origin at the bottom left of the main screen, y growing upward.
     Point location();
 
-    void handle(const xcb_generic_event_t& event) { settings_.handle(event); }
-
 private:
     std::uint32_t logicalButton(const RawButtonEvent& event) const;
     void observe(std::uint32_t button, bool press, xcb_timestamp_t time, Point place);
@@ -45,7 +43,7 @@ private:
 
     InputState& state_;
     Screens& screens_;
-    XSettings settings_;
+    const XSettings& settings_;
     ClickCounter clicks_;
     double mainScreenBottom_ = 0; ///< in root pixels, y downward
     struct Press {

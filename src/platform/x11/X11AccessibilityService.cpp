@@ -18,8 +18,9 @@ AXCopyResult answer(AXAttributeValue value) { return {0, std::move(value)}; }
 
 } // namespace
 
-X11AccessibilityService::X11AccessibilityService(Connection& connection, X11Screens& screens)
-    : connection_(connection), manager_(connection), tracked_(connection, manager_, screens),
+X11AccessibilityService::X11AccessibilityService(Connection& connection, WindowManager& manager,
+                                                 X11Screens& screens)
+    : connection_(connection), manager_(manager), tracked_(connection, manager_, screens),
       clients_(connection, manager_, tracked_) {}
 
 AXUIElementRef X11AccessibilityService::AXUIElementCreateSystemWide() {
@@ -203,7 +204,6 @@ void X11AccessibilityService::beginMoment() {
 
 void X11AccessibilityService::handle(const xcb_generic_event_t& event) {
     beginMoment();
-    manager_.handle(event);
     tracked_.handle(event);
 }
 

@@ -19,7 +19,7 @@ class X11AccessibilityService final : public AccessibilityService {
 public:
     using Clock = std::chrono::steady_clock;
 
-    X11AccessibilityService(Connection& connection, X11Screens& screens);
+    X11AccessibilityService(Connection& connection, WindowManager& manager, X11Screens& screens);
 
     AXUIElementRef AXUIElementCreateSystemWide() override;
     AXUIElementRef AXUIElementCreateApplication(ProcessId process) override;
@@ -65,7 +65,7 @@ private:
     void beginMoment();
 
     Connection& connection_;
-    WindowManager manager_;
+    WindowManager& manager_;
     TrackedWindows tracked_;
     Clients clients_;
     std::function<xcb_timestamp_t()> eventTime_ = [] { return XCB_CURRENT_TIME; };

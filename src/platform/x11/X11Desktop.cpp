@@ -13,12 +13,13 @@
 namespace klova::x11 {
 
 X11Desktop::X11Desktop(const char* display)
-    : connection_(display), screens_(std::make_unique<X11Screens>(connection_)),
-      accessibility_(std::make_unique<X11AccessibilityService>(connection_, *screens_)),
+    : connection_(display), manager_(connection_), settings_(connection_),
+      screens_(std::make_unique<X11Screens>(connection_)),
+      accessibility_(std::make_unique<X11AccessibilityService>(connection_, manager_, *screens_)),
       workspace_(std::make_unique<X11Workspace>(connection_, *accessibility_)),
-      input_(std::make_unique<InputBridge>(connection_, *screens_)),
+      input_(std::make_unique<InputBridge>(connection_, *screens_, settings_)),
       trayArea_(std::make_unique<X11TrayArea>(connection_)),
-      panels_(std::make_unique<X11Panels>(connection_)) {
+      panels_(std::make_unique<X11Panels>(connection_, manager_, settings_)) {
     accessibility_->setEventTime([this] { return input_->lastTime(); });
 }
 
@@ -44,6 +45,8 @@ bool X11Desktop::dispatch() {
     // Settling asks the server, and an answer may bring further events along.
     while (auto event = connection_.poll()) {
         do {
+            manager_.handle(*event);
+            settings_.handle(*event);
             input_->handle(*event);
             accessibility_->handle(*event);
             trayArea_->handle(*event);

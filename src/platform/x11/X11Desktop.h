@@ -3,6 +3,8 @@
 
 #include "platform/EventSource.h"
 #include "platform/x11/Connection.h"
+#include "platform/x11/WindowManager.h"
+#include "platform/x11/XSettings.h"
 
 #include <memory>
 #include <optional>
@@ -55,6 +57,8 @@ public:
 
 private:
     Connection connection_;
+    WindowManager manager_;
+    XSettings settings_;
     std::unique_ptr<X11Screens> screens_;
     std::unique_ptr<X11AccessibilityService> accessibility_;
     std::unique_ptr<X11Workspace> workspace_;

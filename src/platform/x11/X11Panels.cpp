@@ -47,8 +47,8 @@ xcb_window_t createClock(Connection& connection) {
 
 } // namespace
 
-X11Panels::X11Panels(Connection& connection)
-    : connection_(connection), manager_(connection), settings_(connection),
+X11Panels::X11Panels(Connection& connection, WindowManager& manager, const XSettings& settings)
+    : connection_(connection), manager_(manager), settings_(settings),
       compositor_(connection, "_NET_WM_CM_S"), clock_(createClock(connection)) {}
 
 void X11Panels::setFrame(Window window, const PanelFrame& frame) {
@@ -96,8 +96,6 @@ void X11Panels::setCompositedChanged(std::function<void()> changed) {
 }
 
 void X11Panels::handle(const xcb_generic_event_t& event) {
-    manager_.handle(event);
-    settings_.handle(event);
     if (compositor_.handle(event) && changed_)
         changed_();
 }

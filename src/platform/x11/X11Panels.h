@@ -15,7 +15,7 @@ class Connection;
 
 class X11Panels final : public Panels {
 public:
-    explicit X11Panels(Connection& connection);
+    X11Panels(Connection& connection, WindowManager& manager, const XSettings& settings);
 
     bool composited() const override { return compositor_.owner() != XCB_WINDOW_NONE; }
     bool animationsEnabled() const override { return settings_.shared().animations; }
@@ -29,8 +29,8 @@ private:
     xcb_timestamp_t serverTime();
 
     Connection& connection_;
-    WindowManager manager_;
-    XSettings settings_;
+    WindowManager& manager_;
+    const XSettings& settings_;
     SelectionWatch compositor_;
     xcb_window_t clock_; ///< never shown
     std::function<void()> changed_;
