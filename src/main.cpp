@@ -16,6 +16,7 @@
 #include "platform/freedesktop/Notification.h"
 #include "platform/freedesktop/ProgramFile.h"
 #include "platform/freedesktop/TrustNotification.h"
+#include "platform/x11/Guard.h"
 #include "platform/x11/SingleInstance.h"
 #include "platform/x11/X11Desktop.h"
 #include "platform/x11/XlibErrors.h"
@@ -30,6 +31,7 @@
 #include <string>
 #include <string_view>
 #include <sysexits.h>
+#include <utility>
 
 namespace {
 
@@ -131,12 +133,14 @@ std::string displayName() {
 int connectAndRun(const char* invokedAs) {
     AutostartItems autostart(runningProgram(invokedAs));
     TrustNotification trustPrompt;
+    UniqueDescriptor guard = x11::startGuard();
     x11::X11Desktop x11;
     x11.setTrustPrompt(trustPrompt);
     if (!x11.instance().acquired()) {
         x11.instance().callFirst();
         return end(EX_OK, "already running on display " + displayName());
     }
+    x11.reportTo(std::move(guard));
     runOn(x11, autostart);
     return EX_OK;
 }

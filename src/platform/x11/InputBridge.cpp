@@ -40,7 +40,7 @@ bool capsLockIsOn(Connection& connection) {
 class InputBridge::Registration final : public EventTapPort {
 public:
     Registration(InputState& state, std::uint64_t mask, TapClient& client)
-        : state_(state), tap_(state.connection, mask, client) {
+        : state_(state), tap_(state.connection, state.heartbeat, mask, client) {
         state_.tap = &tap_;
     }
     ~Registration() override { state_.tap = nullptr; }
@@ -52,13 +52,15 @@ private:
     X11EventTap tap_;
 };
 
-InputBridge::InputBridge(Connection& connection, Screens& screens, const XSettings& settings)
-    : state_{connection}, keys_(state_), pointer_(state_, screens, settings),
+InputBridge::InputBridge(Connection& connection, Heartbeat& heartbeat, Screens& screens,
+                         const XSettings& settings)
+    : state_{connection, heartbeat}, keys_(state_), pointer_(state_, screens, settings),
       usable_(connection.missingExtensions().empty()) {
     if (!usable_)
         return;
     selectKeyboardEvents(connection);
-    selectXInputEvents(connection, kMasterKeyboard, kWatchedKeys);
+    selectXInputEvents(connection, kMasterKeyboard,
+                       kWatchedKeys | XCB_INPUT_XI_EVENT_MASK_FOCUS_IN);
     selectXInputEvents(connection, kMasterPointer, kWatchedButtons);
     selectXInputEvents(connection, kAllDevices, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
     connection.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
@@ -98,7 +100,9 @@ void InputBridge::handle(const xcb_generic_event_t& event) {
     if (!usable_)
         return;
     const auto type = static_cast<std::uint8_t>(event.response_type & 0x7F);
-    if (type == XCB_GE_GENERIC) {
+    if (const auto grab = timeOfKeyboardGrab(state_.connection, event)) {
+        state_.heartbeat.noticeGrab(*grab);
+    } else if (type == XCB_GE_GENERIC) {
         if (reinterpret_cast<const xcb_ge_generic_event_t&>(event).extension ==
             state_.connection.xinputOpcode())
             handleXInput(event);
@@ -227,7 +231,7 @@ void InputBridge::renewGrabs() {
 std::optional<InputBridge::TimePoint> InputBridge::deadline() const {
     if (retryAt_)
         return retryAt_;
-    return state_.armed() ? std::nullopt : renewAt_;
+    return state_.armed() ? state_.heartbeat.deadline() : renewAt_;
 }
 
 void InputBridge::holdKeyboardWhileArmed() {

@@ -16,7 +16,8 @@ class InputBridge final : public EventTapService, public EventMonitors {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    InputBridge(Connection& connection, Screens& screens, const XSettings& settings);
+    InputBridge(Connection& connection, Heartbeat& heartbeat, Screens& screens,
+                const XSettings& settings);
 
     std::unique_ptr<EventTapPort> CGEventTapCreate(std::uint32_t location, std::uint32_t placement,
                                                    std::uint32_t options, std::uint64_t mask,
@@ -30,6 +31,9 @@ public:
     Point mouseLocation() override { return pointer_.location(); }
 
     void handle(const xcb_generic_event_t& event);
+
+    /// To be called after each event, once its answer is on its way.
+    void beat() { state_.heartbeat.beat(state_.tap != nullptr && state_.tap->ownsKeyboard()); }
 
     /// To be called when no more events wait: what need not be done between two of them.
     void settle();

@@ -12,6 +12,7 @@ namespace klova::x11 {
 
 struct InputState {
     Connection& connection;
+    Heartbeat& heartbeat;
     KeyMap map{};
     HeldKeys held{};
     bool capsLocked = false;

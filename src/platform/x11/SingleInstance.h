@@ -24,6 +24,9 @@ public:
     /// False where another instance runs.
     bool acquired() const { return acquired_; }
 
+    /// Its own, never shown.
+    xcb_window_t window() const { return window_; }
+
     /// Tells the instance that runs that the person has started Klova once more.
     void callFirst();
 

@@ -9,6 +9,7 @@
 #include "platform/x11/X11Workspace.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace klova::x11 {
 
@@ -17,7 +18,7 @@ X11Desktop::X11Desktop(const char* display)
       screens_(std::make_unique<X11Screens>(connection_)),
       accessibility_(std::make_unique<X11AccessibilityService>(connection_, manager_, *screens_)),
       workspace_(std::make_unique<X11Workspace>(connection_, *accessibility_)),
-      input_(std::make_unique<InputBridge>(connection_, *screens_, settings_)),
+      input_(std::make_unique<InputBridge>(connection_, heartbeat_, *screens_, settings_)),
       trayArea_(std::make_unique<X11TrayArea>(connection_)),
       panels_(std::make_unique<X11Panels>(connection_, manager_, settings_)) {
     accessibility_->setEventTime([this] { return input_->lastTime(); });
@@ -39,6 +40,10 @@ SingleInstance& X11Desktop::instance() {
     return *instance_;
 }
 
+void X11Desktop::reportTo(UniqueDescriptor guard) {
+    heartbeat_ = Heartbeat(std::move(guard), instance().window());
+}
+
 void X11Desktop::setTrustPrompt(TrustPrompt& prompt) { accessibility_->setTrustPrompt(prompt); }
 
 bool X11Desktop::dispatch() {
@@ -55,6 +60,7 @@ bool X11Desktop::dispatch() {
                 instance_->handle(*event);
             accessibility_->flushWrites();
             connection_.flush();
+            input_->beat();
             event = connection_.poll();
         } while (event);
         input_->settle();
@@ -65,6 +71,7 @@ bool X11Desktop::dispatch() {
     input_->settle();
     accessibility_->flushWrites();
     connection_.flush();
+    input_->beat();
     return !connection_.lost();
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/EventSource.h"
 #include "platform/x11/Connection.h"
+#include "platform/x11/Heartbeat.h"
 #include "platform/x11/WindowManager.h"
 #include "platform/x11/XSettings.h"
 
@@ -48,6 +49,9 @@ public:
     /// Claims the screen at the first call.
     SingleInstance& instance();
 
+    /// Beats for a guard from now on. Its pipe closes with this.
+    void reportTo(UniqueDescriptor guard);
+
     /// `prompt` is borrowed and outlives this.
     void setTrustPrompt(TrustPrompt& prompt);
 
@@ -59,6 +63,7 @@ private:
     Connection connection_;
     WindowManager manager_;
     XSettings settings_;
+    Heartbeat heartbeat_;
     std::unique_ptr<X11Screens> screens_;
     std::unique_ptr<X11AccessibilityService> accessibility_;
     std::unique_ptr<X11Workspace> workspace_;

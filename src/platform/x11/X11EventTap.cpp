@@ -14,8 +14,9 @@ constexpr std::chrono::seconds kPatience{5};
 
 } // namespace
 
-X11EventTap::X11EventTap(Connection& connection, std::uint64_t mask, TapClient& client)
-    : connection_(connection), mask_(mask), client_(client) {}
+X11EventTap::X11EventTap(Connection& connection, Heartbeat& heartbeat, std::uint64_t mask,
+                         TapClient& client)
+    : connection_(connection), heartbeat_(heartbeat), mask_(mask), client_(client) {}
 
 X11EventTap::~X11EventTap() {
     releasePointer();
@@ -137,12 +138,13 @@ void X11EventTap::waitForSwallowedKeys() {
     const auto end = Clock::now() + kPatience;
     connection_.flush();
     while (ownsKeyboard_ && !swallowedKeys_.empty() && !connection_.lost()) {
+        heartbeat_.beat(true);
         const auto event = connection_.poll();
         if (!event) {
-            const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-            pollfd descriptor{connection_.descriptor(), POLLIN, 0};
-            if (left.count() <= 0 || ::poll(&descriptor, 1, static_cast<int>(left.count())) == 0)
+            if (Clock::now() >= end)
                 return;
+            pollfd descriptor{connection_.descriptor(), POLLIN, 0};
+            ::poll(&descriptor, 1, static_cast<int>(Heartbeat::kInterval.count()));
             continue;
         }
         if (!isGrabbedKey(connection_, *event)) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/EventTap.h"
+#include "platform/x11/Heartbeat.h"
 #include "platform/x11/HeldKeys.h"
 #include "platform/x11/PassiveGrabs.h"
 #include "platform/x11/XInput.h"
@@ -16,7 +17,8 @@ namespace klova::x11 {
 /// that press on. Each event taken this way arrives frozen and is answered before the next.
 class X11EventTap {
 public:
-    X11EventTap(Connection& connection, std::uint64_t mask, TapClient& client);
+    X11EventTap(Connection& connection, Heartbeat& heartbeat, std::uint64_t mask,
+                TapClient& client);
 
     /// Keys whose press was swallowed are kept from the other applications until they are let go,
     /// so that their auto-repeat does not reach anybody; then everything is free.
@@ -92,6 +94,7 @@ private:
     void waitForSwallowedKeys();
 
     Connection& connection_;
+    Heartbeat& heartbeat_;
     std::uint64_t mask_;
     TapClient& client_;
     bool enabled_ = false;

@@ -25,6 +25,14 @@ bool isKey(const Connection& connection, const xcb_generic_event_t& event) {
            type == XCB_INPUT_RAW_KEY_RELEASE;
 }
 
+std::optional<xcb_timestamp_t> timeOfKeyboardGrab(const Connection& connection,
+                                                  const xcb_generic_event_t& event) {
+    const auto& focus = reinterpret_cast<const xcb_input_focus_in_event_t&>(event);
+    const bool began = xinputType(connection, event) == XCB_INPUT_FOCUS_IN &&
+                       focus.mode == XCB_INPUT_NOTIFY_MODE_GRAB;
+    return began ? std::optional(focus.time) : std::nullopt;
+}
+
 void selectXInputEvents(Connection& connection, xcb_input_device_id_t device, std::uint32_t mask) {
     const struct {
         xcb_input_event_mask_t head;

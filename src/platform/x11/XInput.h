@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <xcb/xinput.h>
 
@@ -40,6 +41,10 @@ bool isGrabbedKey(const Connection& connection, const xcb_generic_event_t& event
 
 /// Whether an event is a key of the master keyboard, watched or grabbed.
 bool isKey(const Connection& connection, const xcb_generic_event_t& event);
+
+/// When a grab of the master keyboard began, by whomever, if that is what the event says.
+std::optional<xcb_timestamp_t> timeOfKeyboardGrab(const Connection& connection,
+                                                  const xcb_generic_event_t& event);
 
 /// Selects `mask` (XInput2 event mask) of `device` on the root window.
 void selectXInputEvents(Connection& connection, xcb_input_device_id_t device, std::uint32_t mask);
