@@ -7,6 +7,17 @@ namespace {
 
 constexpr std::uint16_t kMasterKeyboard = XCB_INPUT_DEVICE_ALL_MASTER;
 
+xcb_input_xi_passive_grab_device_cookie_t askForKey(Display& display, xcb_keycode_t code,
+                                                    std::uint32_t modifiers) {
+    owned(xcb_input_xi_query_version_reply(
+        display.get(), xcb_input_xi_query_version(display.get(), 2, 2), nullptr));
+    const std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
+    return xcb_input_xi_passive_grab_device(
+        display.get(), XCB_CURRENT_TIME, display.root(), XCB_NONE, code, kMasterKeyboard, 1, 1,
+        XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
+        XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, &modifiers);
+}
+
 } // namespace
 
 bool keyboardGrabbed(Display& display) {
@@ -36,22 +47,42 @@ bool pointerGrabbed(Display& display) {
 }
 
 bool keyReserved(Display& display, xcb_keycode_t code, std::uint32_t modifiers) {
-    owned(xcb_input_xi_query_version_reply(
-        display.get(), xcb_input_xi_query_version(display.get(), 2, 2), nullptr));
-    const std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
     const auto reply = owned(xcb_input_xi_passive_grab_device_reply(
-        display.get(),
-        xcb_input_xi_passive_grab_device(display.get(), XCB_CURRENT_TIME, display.root(), XCB_NONE,
-                                         code, kMasterKeyboard, 1, 1, XCB_INPUT_GRAB_TYPE_KEYCODE,
-                                         XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
-                                         XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, &modifiers),
-        nullptr));
+        display.get(), askForKey(display, code, modifiers), nullptr));
     const bool ours = reply && reply->num_modifiers == 0;
     if (ours)
         xcb_input_xi_passive_ungrab_device(display.get(), display.root(), code, kMasterKeyboard, 1,
                                            XCB_INPUT_GRAB_TYPE_KEYCODE, &modifiers);
     display.roundTrip();
     return !ours;
+}
+
+void reserveKey(Display& owner, xcb_keycode_t code, std::uint32_t modifiers, Protocol protocol) {
+    if (protocol == Protocol::xinput2)
+        xcb_discard_reply(owner.get(), askForKey(owner, code, modifiers).sequence);
+    else
+        xcb_grab_key(owner.get(), 0, owner.root(), static_cast<std::uint16_t>(modifiers), code,
+                     XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    owner.roundTrip();
+}
+
+std::string stuckInput(Display& display) {
+    auto* x = display.get();
+    const auto keys = owned(xcb_query_keymap_reply(x, xcb_query_keymap(x), nullptr));
+    const auto pointer =
+        owned(xcb_query_pointer_reply(x, xcb_query_pointer(x, display.root()), nullptr));
+    std::string stuck;
+    for (unsigned code = 0; code < 256; ++code)
+        if ((keys->keys[code / 8] >> code % 8 & 1) != 0)
+            stuck += "key " + std::to_string(code) + "; ";
+    constexpr std::uint32_t anyButton = 0x1F00;
+    if ((pointer->mask & anyButton) != 0)
+        stuck += "buttons " + std::to_string(pointer->mask & anyButton) + "; ";
+    if (keyboardGrabbed(display))
+        stuck += "keyboard grabbed; ";
+    if (pointerGrabbed(display))
+        stuck += "pointer grabbed; ";
+    return stuck;
 }
 
 } // namespace klova::rig

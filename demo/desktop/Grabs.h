@@ -4,6 +4,7 @@
 #include "desktop/Display.h"
 
 #include <cstdint>
+#include <string>
 
 namespace klova::rig {
 
@@ -14,5 +15,15 @@ bool pointerGrabbed(Display& display);
 /// Whether another client has a passive XInput2 grab on this key with exactly these modifiers
 /// (XCB_MOD_MASK_...) on the root window. Disturbs nothing.
 bool keyReserved(Display& display, xcb_keycode_t code, std::uint32_t modifiers);
+
+enum class Protocol { core, xinput2 };
+
+/// Reserves this key with exactly these modifiers for `owner`, where nobody else has it, for as
+/// long as its connection lasts.
+void reserveKey(Display& owner, xcb_keycode_t code, std::uint32_t modifiers, Protocol protocol);
+
+/// What a person would find stuck: keys and buttons that are down, and whether keyboard or pointer
+/// are grabbed. Empty where nothing is.
+std::string stuckInput(Display& display);
 
 } // namespace klova::rig

@@ -65,6 +65,13 @@ void Injector::useKeyboard(const std::string& name) {
     throw std::runtime_error("the X server has no keyboard " + name);
 }
 
+void Injector::setPlugged(bool plugged) {
+    constexpr std::uint8_t bits = 8;
+    xcb_input_xi_change_property(display_.get(), keyboard_, XCB_PROP_MODE_REPLACE, bits,
+                                 display_.atom("Device Enabled"), XCB_ATOM_INTEGER, 1, &plugged);
+    roundTrip();
+}
+
 void Injector::sendKey(std::uint8_t type, xcb_keycode_t code) {
     send(static_cast<std::uint8_t>(type + keyboardEvents_), code, 0, 0, keyboard_);
 }

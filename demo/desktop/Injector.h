@@ -23,6 +23,9 @@ public:
     /// std::runtime_error where there is none.
     void useKeyboard(const std::string& name);
 
+    /// Takes the keyboard in use away as if it were unplugged, or puts it back.
+    void setPlugged(bool plugged);
+
     void press(xcb_keysym_t symbol) { pressCode(keyCode(symbol)); }
     void release(xcb_keysym_t symbol) { releaseCode(keyCode(symbol)); }
     void tap(xcb_keysym_t symbol);

@@ -45,6 +45,18 @@ void Session::setVariable(const std::string& name, const std::string& value) {
     environment_[name] = value;
 }
 
+void Session::setClock(const std::string& offset) {
+    const auto file = directory() / "clock";
+    writeFile(file, offset);
+    if (environment_.contains("FAKETIME_TIMESTAMP_FILE"))
+        return;
+    environment_.insert({{"LD_PRELOAD", "/usr/$LIB/faketime/libfaketimeMT.so.1"},
+                         {"FAKETIME_TIMESTAMP_FILE", file},
+                         {"FAKETIME_NO_CACHE", "1"},
+                         {"DONT_FAKE_MONOTONIC", "1"}});
+    environment_["ASAN_OPTIONS"] += ":verify_asan_link_order=0"; // it wants to be the first library
+}
+
 Process Session::launch(const std::vector<std::string>& command) {
     const auto name = std::filesystem::path(command.front()).filename().string();
     const auto output = directory() / (name + "-" + std::to_string(++launched_) + ".log");

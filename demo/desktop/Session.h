@@ -23,6 +23,13 @@ public:
     std::filesystem::path home() const { return directory() / "home"; }
     std::filesystem::path config() const { return home() / ".config"; }
 
+    /// The clock of programs that start from now on, and of those that were started since the first
+    /// call: the real one and this much, as in "-400d". Time that only grows is not touched.
+    void setClock(const std::string& offset);
+
+    /// Sends `number` to the session's bus.
+    void signalBus(int number) const { bus_.signal(number); }
+
     /// Starts a program; its output goes to a file of the session.
     Process launch(const std::vector<std::string>& command);
 

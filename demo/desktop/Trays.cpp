@@ -5,6 +5,7 @@
 #include "desktop/Wait.h"
 
 #include <regex>
+#include <stdexcept>
 
 namespace klova::rig {
 namespace {
@@ -106,6 +107,13 @@ std::vector<MenuEntry> announcedMenu(VirtualDesktop& desktop) {
          ++found)
         entries.push_back({found->str(3), found->str(2) == "true", found->str(1)});
     return entries;
+}
+
+MenuEntry announcedEntry(VirtualDesktop& desktop, const std::string& title) {
+    for (const auto& entry : announcedMenu(desktop))
+        if (entry.title == title && entry.enabled)
+            return entry;
+    throw std::runtime_error("the menu does not offer " + title);
 }
 
 void choose(VirtualDesktop& desktop, const MenuEntry& entry) {

@@ -45,6 +45,9 @@ struct MenuEntry {
 /// The announced menu's entries from top to bottom, without separators.
 std::vector<MenuEntry> announcedMenu(VirtualDesktop& desktop);
 
+/// The entry of this title. Throws std::runtime_error where there is none that can be chosen.
+MenuEntry announcedEntry(VirtualDesktop& desktop, const std::string& title);
+
 /// Chooses an entry of the announced menu, as a host does on a click.
 void choose(VirtualDesktop& desktop, const MenuEntry& entry);
 

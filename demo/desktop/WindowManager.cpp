@@ -3,6 +3,7 @@
 #include "desktop/Files.h"
 #include "desktop/ManagerBarrier.h"
 #include "desktop/Wait.h"
+#include "desktop/Windows.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -60,21 +61,16 @@ const Recipe& recipeFor(const std::string& name) {
     return *found;
 }
 
-Process start(Session& session, const Recipe& recipe) {
+Process start(Session& session, const Recipe& recipe, WindowManager::Start way) {
     for (const auto& file : recipe.files)
         writeFile(session.home() / file.name, file.text);
     auto command = recipe.command;
     for (auto& word : command)
         if (word.starts_with('~'))
             word.replace(0, 1, session.home().string());
+    if (way == WindowManager::Start::replacing)
+        command.emplace_back("--replace");
     return session.launch(command);
-}
-
-/// The announced window names itself too; without that it may be a leftover of a manager gone.
-bool announced(Display& display) {
-    const std::string property = "_NET_SUPPORTING_WM_CHECK";
-    const auto window = display.values(display.root(), property);
-    return !window.empty() && display.values(window[0], property) == window;
 }
 
 } // namespace
@@ -89,13 +85,18 @@ const std::vector<std::string>& windowManagerNames() {
     return names;
 }
 
-WindowManager::WindowManager(Session& session, Display& display, const std::string& name)
-    : name_(name), process_(start(session, recipeFor(name))) {
+WindowManager::WindowManager(Session& session, Display& display, const std::string& name, Start way)
+    : WindowManager(session, display, name, way, managerWindow(display)) {}
+
+WindowManager::WindowManager(Session& session, Display& display, const std::string& name, Start way,
+                             xcb_window_t before)
+    : name_(name), process_(start(session, recipeFor(name), way)) {
     require(
         display, "window manager (" + name + ")",
         [&] {
+            const auto now = managerWindow(display);
             if (process_.running())
-                return announced(display);
+                return now != XCB_WINDOW_NONE && now != before;
             throw std::runtime_error(name + " ended at its start: " + process_.output());
         },
         [&] { return process_.output(); });

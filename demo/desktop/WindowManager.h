@@ -16,12 +16,19 @@ const std::vector<std::string>& windowManagerNames();
 
 class WindowManager {
 public:
+    enum class Start {
+        first,
+        replacing, // the manager that runs
+    };
+
     /// Returns once the manager announces itself on the root window. Throws std::runtime_error
     /// where the name is unknown or the manager does not come up.
-    WindowManager(Session& session, Display& display, const std::string& name);
+    WindowManager(Session& session, Display& display, const std::string& name,
+                  Start start = Start::first);
 
     const std::string& name() const { return name_; }
     pid_t processId() const { return process_.id(); }
+    void signal(int number) const { process_.signal(number); }
 
     /// i3 knows no minimizing.
     bool minimizes() const { return name_ != "i3"; }
@@ -32,6 +39,9 @@ public:
     }
 
 private:
+    WindowManager(Session& session, Display& display, const std::string& name, Start start,
+                  xcb_window_t before);
+
     std::string name_;
     Process process_;
 };

@@ -50,7 +50,9 @@ Extents decoration(Display& display, xcb_window_t window) {
         return {inner.x - outer.x, outer.right() - inner.right(), inner.y - outer.y,
                 outer.bottom() - inner.bottom()};
     }
-    const auto frame = extents(display, window, "_NET_FRAME_EXTENTS").value_or(Extents{});
+    auto frame = extents(display, window, "_NET_FRAME_EXTENTS").value_or(Extents{});
+    if (managerWindow(display) == XCB_WINDOW_NONE)
+        frame = {};
     const auto shadow = extents(display, window, "_GTK_FRAME_EXTENTS").value_or(Extents{});
     return {frame.left - shadow.left, frame.right - shadow.right, frame.top - shadow.top,
             frame.bottom - shadow.bottom};
@@ -99,6 +101,14 @@ bool near(const Rect& a, const Rect& b, int slack) {
 }
 
 } // namespace
+
+xcb_window_t managerWindow(Display& display) {
+    const std::string property = "_NET_SUPPORTING_WM_CHECK";
+    const auto window = display.values(display.root(), property);
+    // It names itself too; without that it may be a leftover of a manager that is gone.
+    const bool runs = !window.empty() && display.values(window[0], property) == window;
+    return runs ? window[0] : xcb_window_t{XCB_WINDOW_NONE};
+}
 
 std::vector<xcb_window_t> managedWindows(Display& display) {
     return display.values(display.root(), "_NET_CLIENT_LIST");

@@ -20,6 +20,8 @@ struct Extents {
     bool operator==(const Extents&) const = default;
 };
 
+/// The window that stands for the window manager; XCB_WINDOW_NONE where none runs.
+xcb_window_t managerWindow(Display& display);
 /// The windows under management, oldest first.
 std::vector<xcb_window_t> managedWindows(Display& display);
 /// The newest window that names this process as its own.

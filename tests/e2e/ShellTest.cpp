@@ -37,11 +37,7 @@ protected:
     }
 
     xcb_window_t openFromMenu(const std::string& title) {
-        const auto menu = announcedMenu(desktop);
-        const auto entry = std::ranges::find(menu, title, &MenuEntry::title);
-        if (entry == menu.end() || !entry->enabled)
-            throw std::runtime_error("the menu does not offer " + title);
-        choose(desktop, *entry);
+        choose(desktop, announcedEntry(desktop, title));
         return awaitPanel();
     }
     bool menuShows(const std::string& title, bool enabled) {
