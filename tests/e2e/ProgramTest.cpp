@@ -92,11 +92,19 @@ TEST_F(ProgramTest, endsWithOneSentenceWhereItCannotRun) {
 }
 
 TEST_F(ProgramTest, saysThatTheServerHasGone) {
-    for (const int signal : {SIGTERM, SIGKILL}) {
+    const std::pair<int, bool> rows[] = {{SIGTERM, false}, {SIGKILL, false}, {SIGKILL, true}};
+    for (const auto& [signal, armed] : rows) {
         const XServer server;
         desktop.session().setVariable("DISPLAY", server.display());
         Process klova = start();
         ASSERT_TRUE(awaitStart(klova, server.display()));
+        Display display(server.display());
+        Injector hands(server.display());
+        if (armed) {
+            hands.press(XKB_KEY_Super_L);
+            hands.press(XKB_KEY_Control_L);
+            require(display, "arming", [&] { return keyboardGrabbed(display); });
+        }
         server.signal(signal);
         EXPECT_EQ(klova.waitExit(kDeadline), 69);
         EXPECT_TRUE(klova.output().ends_with("\nklova: the X server has gone.\n"))
@@ -113,8 +121,8 @@ TEST_F(ProgramTest, runsWhereNobodyReadsItsOutput) {
     while (::write(ends[1], block.data(), block.size()) > 0)
         ;
     ::fcntl(ends[1], F_SETFL, 0);
-    // A full pipe, no descriptor at all, and a pipe that has lost its reader.
-    for (const std::string redirection : {"", "<&- >&- 2>&-", "2>&1"}) {
+    // A full pipe, no descriptor at all, a full disk, and a pipe that has lost its reader.
+    for (const std::string redirection : {"", "<&- >&- 2>&-", ">/dev/full 2>/dev/full", "2>&1"}) {
         if (redirection == "2>&1")
             ::close(ends[0]);
         Process klova({"sh", "-c", "exec \"$0\" " + redirection, KLOVA_BINARY},
