@@ -17,7 +17,8 @@ test_packages=(
     xfwm4 marco mate-settings-daemon-common metacity mutter kwin-x11 kwin-style-breeze
     icewm fluxbox jwm i3-wm
     trayer xfce4-panel xfconf libglib2.0-bin at-spi2-core
-    dex desktop-file-utils dunst xauth
+    dex desktop-file-utils dunst xauth i3lock faketime
+    clang libclang-rt-14-dev
 )
 lint_packages=(clang-format clang-tidy)
 
