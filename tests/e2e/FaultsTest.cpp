@@ -177,12 +177,12 @@ class ManagerFaultsTest : public FaultsTest,
                           public testing::WithParamInterface<std::tuple<std::string, bool>> {};
 
 TEST_P(ManagerFaultsTest, WhileTheKeysAreHeld) {
-    const auto& [fault, dragging] = GetParam();
+    const std::string fault = std::get<0>(GetParam());
     start();
     TestWindow window(display.name());
     focus(window.id());
     std::optional<WindowManager> successor;
-    interrupt(window.id(), dragging, true, [&] {
+    interrupt(window.id(), std::get<1>(GetParam()), true, [&] {
         if (fault == "Replaced") {
             successor.emplace(desktop.session(), display, "xfwm4", WindowManager::Start::replacing);
         } else if (fault == "Stopped") {
