@@ -22,6 +22,7 @@
 #include "platform/x11/XlibErrors.h"
 
 #include <QCoreApplication>
+#include <QString>
 #include <QTimer>
 #include <csignal>
 #include <cstdio>
@@ -86,6 +87,14 @@ void sayHowToQuitWithoutKeys() {
                Urgency::normal);
 }
 
+/// Whoever chose them may see no terminal.
+void sayOfSettings(const std::string& sentence) {
+    errorLine(sentence);
+    QString text = QString::fromStdString(sentence);
+    text[0] = text[0].toUpper();
+    notify(QCoreApplication::translate("main", "Klova's settings file"), text, Urgency::normal);
+}
+
 void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     QuitSignals quitSignals; // not before the connection, which may take forever
     x11::setXlibConnectionLost(endWithoutServer);
@@ -97,7 +106,7 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     quitSignals.deliverTo([&application] { application.terminate(); });
     panels = &x11.panels();
     TrayIcon tray(x11.trayArea());
-    JsonPreferencesStore preferences;
+    JsonPreferencesStore preferences(configurationFolder() / "preferences.json", sayOfSettings);
     Desktop desktop{.accessibility = x11.accessibility(),
                     .workspace = x11.workspace(),
                     .screens = x11.screens(),

@@ -314,6 +314,7 @@ TEST_F(FaultsTest, AFullOrReadOnlyDiskKeepsTheSettingsWhole) {
     } catch (const std::system_error& error) {
         GTEST_SKIP() << "NOT TESTED: this machine permits no disk of one's own: " << error.what();
     }
+    const Process monitor = desktop.launch({"dbus-monitor", "member=Notify"});
     const auto tray = startNotifierHost(desktop);
     start();
     require(display, "Klova's icon", [&] { return !announcedBy(desktop).empty(); });
@@ -326,8 +327,9 @@ TEST_F(FaultsTest, AFullOrReadOnlyDiskKeepsTheSettingsWhole) {
         full ? disk->setFull(true) : disk->setReadOnly(true);
         hands().tap(XKB_KEY_space);
         require(display, "the message", [&] {
-            const auto said = klova->process().output();
-            return said.find(full ? "No space left" : "Read-only") != std::string::npos;
+            const std::string reason = full ? "No space left" : "Read-only";
+            return klova->process().output().find(reason) != std::string::npos &&
+                   monitor.output().find(reason) != std::string::npos;
         });
         EXPECT_EQ(readFile(settings), before);
         full ? disk->setFull(false) : disk->setReadOnly(false);

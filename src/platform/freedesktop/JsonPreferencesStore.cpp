@@ -1,7 +1,5 @@
 #include "platform/freedesktop/JsonPreferencesStore.h"
 
-#include "platform/Diagnostics.h"
-
 #include <cmath>
 #include <limits>
 #include <nlohmann/json.hpp>
@@ -82,8 +80,8 @@ struct JsonPreferencesStore::Document {
     }
 };
 
-JsonPreferencesStore::JsonPreferencesStore(const std::filesystem::path& file)
-    : file_(file), document_(std::make_unique<Document>()) {
+JsonPreferencesStore::JsonPreferencesStore(const std::filesystem::path& file, Complaint complain)
+    : file_(file), complain_(std::move(complain)), document_(std::make_unique<Document>()) {
     load();
 }
 
@@ -108,10 +106,10 @@ void JsonPreferencesStore::keepBrokenFile(const std::string& reason) {
     memoryOnly_ = static_cast<bool>(error);
     const std::string settings = "the settings in " + location() + " " + reason;
     if (error)
-        errorLine(settings + " and cannot be moved away (" + error.message() +
+        complain_(settings + " and cannot be moved away (" + error.message() +
                   "), so that this run starts afresh and saves nothing.");
     else
-        errorLine(settings + ", so that Klova starts afresh and keeps them as " + kept.native() +
+        complain_(settings + ", so that Klova starts afresh and keeps them as " + kept.native() +
                   ".");
 }
 
@@ -164,7 +162,7 @@ void JsonPreferencesStore::save() {
     const auto text = document_->values.dump(4, ' ', false, Json::error_handler_t::replace) + "\n";
     const auto error = file_.replace(text);
     if (error && !unsaved_)
-        errorLine("the settings cannot be saved to " + location() + " (" + error.message() +
+        complain_("the settings cannot be saved to " + location() + " (" + error.message() +
                   ") and hold until Klova ends.");
     unsaved_ = static_cast<bool>(error);
 }
