@@ -224,13 +224,13 @@ TEST_F(FaultsTest, AScreenLockerHasKeyboardAndMouseToItself) {
         if (armed)
             klova->releaseActivationKeys(); // for which the locker waits
         ASSERT_TRUE(awaitGrab());
+        hands().pressButton(1);
         klova->holdActivationKeys();
         hands().tap(XKB_KEY_Left);
-        hands().click(3);
-        hands().pressButton(1);
         hands().movePointer(400 + armed, 400);
         hands().movePointer(500, 400);
         hands().releaseButton(1);
+        hands().click(3);
         klova->releaseActivationKeys();
         ASSERT_TRUE(ManagerBarrier(display.name()).pass());
         EXPECT_EQ(visibleFrame(display, window.id()), before);
