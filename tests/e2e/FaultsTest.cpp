@@ -68,6 +68,7 @@ protected:
     void interrupt(xcb_window_t window, bool dragging, bool lives,
                    const std::function<void()>& fault) {
         const auto before = visibleFrame(display, window);
+        const auto client = clientArea(display, window);
         hands().movePointer(100, 500);
         klova->holdActivationKeys();
         awaitGrab();
@@ -81,8 +82,12 @@ protected:
         desktop.manager().signal(SIGCONT);
         if (lives && !dragging)
             expectPlace(window, Place::right, "the fault");
+        if (!lives || !dragging)
+            return;
         const auto moved = [&] { return visibleFrame(display, window).x - before.x >= 199; };
-        EXPECT_TRUE(!lives || !dragging || waitUntil(display, "the end of the drag", moved));
+        EXPECT_TRUE(waitUntil(display, "the end of the drag", moved));
+        const auto now = clientArea(display, window);
+        EXPECT_EQ(std::pair(now.width, now.height), std::pair(client.width, client.height));
     }
 
     VirtualDesktop desktop;

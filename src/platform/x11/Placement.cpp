@@ -38,13 +38,22 @@ void Placement::writeSize(Size size, const WindowSnapshot& now) {
 }
 
 void Placement::note(const WindowSnapshot& now) {
+    if (outdated()) {
+        sent_.reset();
+        unsent_ = sizeUnsent_ = false;
+    }
     if (!written())
         wanted_ = frameOf(now.frame());
     known_ = now;
     unsent_ = true;
 }
 
+/// A manager that is gone gives no answer, and has taken its decoration along.
+bool Placement::outdated() const { return sent_ && sent_->manager != manager_.checkWindow(); }
+
 std::optional<Frame> Placement::written() const {
+    if (outdated())
+        return std::nullopt;
     if (unsent_ || outstanding() || (sent_ && sent_->granted))
         return wanted_;
     return std::nullopt;
@@ -72,6 +81,7 @@ void Placement::send(Clock::time_point now) {
 
 void Placement::request(const Box& frame, Clock::time_point now) {
     sent_->frame = frame;
+    sent_->manager = manager_.checkWindow();
     sent_->extents = known_.extents();
     sent_->client = shrunk(frame, sent_->extents);
     sent_->at = now;

@@ -53,11 +53,13 @@ private:
         bool heard = false;       ///< the window has changed since
         int corrections = 0;      ///< how often it may still be sent again
         Box before;               ///< what came out of the request that this one corrects
+        xcb_window_t manager = XCB_WINDOW_NONE; ///< that was asked
         Clock::time_point at;
         std::optional<Clock::time_point> settled; ///< when to look at what came out
     };
 
     bool outstanding() const { return sent_ && !sent_->answered && !sent_->granted; }
+    bool outdated() const;
     void note(const WindowSnapshot& now);
     void send(Clock::time_point now);
     void request(const Box& frame, Clock::time_point now);
