@@ -57,7 +57,9 @@ std::vector<PassiveGrab> planPassiveGrabs(const KeyMap& map,
         all |= map.modifiersOf(code);
     }
 
-    std::vector<PassiveGrab> plan;
+    // Any key comes first: placed again after the single ones the server would not let it take its
+    // own old place, and would keep one more grab for each state with every renewal.
+    std::vector<PassiveGrab> plan{{PassiveGrab::Kind::key, kAnyKey, statesThatContain(all, map)}};
     for (std::uint32_t keycode = 0; keycode < map.codes.size(); ++keycode) {
         const KeyCode code = map.codes[keycode];
         if (std::ranges::find(activationKeys, code) == activationKeys.end())
@@ -68,7 +70,6 @@ std::vector<PassiveGrab> planPassiveGrabs(const KeyMap& map,
                 others |= map.modifiersOf(other);
         plan.push_back({PassiveGrab::Kind::key, keycode, statesThatContain(others, map)});
     }
-    plan.push_back({PassiveGrab::Kind::key, kAnyKey, statesThatContain(all, map)});
     for (const std::uint32_t button : {1U, 3U})
         plan.push_back({PassiveGrab::Kind::button, button, statesThatContain(all, map)});
     return plan;
