@@ -5,7 +5,7 @@ build_packages=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev qt6-svg-dev nlohmann-json3-dev libglib2.0-dev libgtest-dev
     libx11-dev libxcb1-dev libxcb-xinput-dev libxcb-randr0-dev libxcb-xkb-dev libxcb-res0-dev
-    libxcb-xfixes0-dev libxcb-xtest0-dev libxcb-shape0-dev libxkbcommon-dev libxkbcommon-x11-dev
+    libxcb-xfixes0-dev libxcb-xtest0-dev libxcb-shape0-dev libxcb-composite0-dev libxkbcommon-dev libxkbcommon-x11-dev
 )
 demo_packages=(
     xvfb dbus openbox tint2

@@ -45,9 +45,19 @@ MonitorRequest describe(Display& display, const Rect& area, const std::string& n
     return request;
 }
 
+/// The server lets no declared monitor take over another one's output.
+void removeMonitors(Display& display) {
+    const auto reply = owned(xcb_randr_get_monitors_reply(
+        display.get(), xcb_randr_get_monitors(display.get(), display.root(), 1), nullptr));
+    auto each = xcb_randr_get_monitors_monitors_iterator(reply.get());
+    for (; each.rem > 0; xcb_randr_monitor_info_next(&each))
+        xcb_randr_delete_monitor(display.get(), display.root(), each.data->name);
+}
+
 } // namespace
 
 void setMonitors(Display& display, const std::vector<Rect>& monitors, const std::string& name) {
+    removeMonitors(display);
     for (std::size_t i = 0; i < monitors.size(); ++i) {
         auto request = describe(display, monitors[i], name + std::to_string(i));
         request.info.primary = i == 0 ? 1 : 0;

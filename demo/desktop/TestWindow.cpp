@@ -47,10 +47,10 @@ TestWindow::TestWindow(const std::string& display, const TestWindowOptions& opti
 
 void TestWindow::create(const TestWindowOptions& options) {
     id_ = xcb_generate_id(display_.get());
+    constexpr std::uint32_t input = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
+                                    XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE;
     const std::uint32_t values[] = {display_.screen().white_pixel, options.unmanaged ? 1U : 0U,
-                                    XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
-                                        XCB_EVENT_MASK_BUTTON_PRESS |
-                                        XCB_EVENT_MASK_BUTTON_RELEASE};
+                                    options.listens ? input : 0U};
     xcb_create_window(display_.get(), XCB_COPY_FROM_PARENT, id_, display_.root(),
                       static_cast<std::int16_t>(options.area.x),
                       static_cast<std::int16_t>(options.area.y),

@@ -26,6 +26,8 @@ struct TestWindowOptions {
     /// What the window says about its owner; this process where it is not set.
     std::optional<pid_t> process = {};
     bool inputHint = true;
+    /// Where not, keys and clicks go on to whoever is beneath.
+    bool listens = true;
     /// No window manager concerns itself with such a window (override-redirect).
     bool unmanaged = false;
 };

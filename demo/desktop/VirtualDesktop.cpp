@@ -2,6 +2,8 @@
 
 #include "desktop/Monitors.h"
 
+#include <utility>
+
 namespace klova::rig {
 
 VirtualDesktop::VirtualDesktop(const DesktopOptions& options)
@@ -10,6 +12,11 @@ VirtualDesktop::VirtualDesktop(const DesktopOptions& options)
       session_(server_.display()) {
     if (!options.windowManager.empty())
         manager_.emplace(session_, display_, options.windowManager);
+}
+
+void VirtualDesktop::replaceManager() {
+    WindowManager successor(session_, display_, manager_->name(), WindowManager::Start::replacing);
+    manager_ = std::move(successor);
 }
 
 } // namespace klova::rig

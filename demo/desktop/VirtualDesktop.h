@@ -30,6 +30,8 @@ public:
     Session& session() { return session_; }
     /// To be asked only where there is one.
     WindowManager& manager() { return *manager_; }
+    /// Starts the same manager anew, which asks the one that runs to go. Returns once it is there.
+    void replaceManager();
 
     /// From left to right, in root pixels.
     const std::vector<Rect>& monitors() const { return monitors_; }

@@ -1,0 +1,14 @@
+// Whether a record agrees with what had to be heard.
+#pragma once
+
+#include "Listener.h"
+#include "Stream.h"
+
+#include <string>
+
+namespace klova::stress {
+
+/// What is wrong with the record, in words; empty where nothing is.
+std::string difference(const Stream& stream, const std::vector<Heard>& record);
+
+} // namespace klova::stress
