@@ -1,6 +1,7 @@
 #include "desktop/Injector.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <stdexcept>
 #include <thread>
@@ -67,8 +68,9 @@ void Injector::useKeyboard(const std::string& name) {
 
 void Injector::setPlugged(bool plugged) {
     constexpr std::uint8_t bits = 8;
+    const std::array<bool, 4> word{plugged}; // the library sends whole ones
     xcb_input_xi_change_property(display_.get(), keyboard_, XCB_PROP_MODE_REPLACE, bits,
-                                 display_.atom("Device Enabled"), XCB_ATOM_INTEGER, 1, &plugged);
+                                 display_.atom("Device Enabled"), XCB_ATOM_INTEGER, 1, word.data());
     roundTrip();
 }
 
