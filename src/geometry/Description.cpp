@@ -3,11 +3,14 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 
 namespace klova {
 
 std::string description(double number) {
     constexpr double kLongestWhole = 1e16; // beyond, doubles skip whole numbers
+    if (std::abs(number) < kLongestWhole && number == std::trunc(number) && !std::signbit(number))
+        return std::to_string(static_cast<std::int64_t>(number)) + ".0";
     const auto format =
         std::abs(number) < kLongestWhole ? std::chars_format::fixed : std::chars_format::scientific;
     std::array<char, 400> buffer{}; // the tiniest number takes 325 places when fixed
