@@ -37,6 +37,7 @@ public:
         while (auto event = connection.poll())
         {
             windowManager.handle(*event);
+            screens.handle(*event);
             service.handle(*event);
         }
         service.onDeadline(std::chrono::steady_clock::now());

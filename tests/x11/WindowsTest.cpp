@@ -166,8 +166,9 @@ TEST(Monitors, AreReadAnewWithTheirScale) {
     EXPECT_EQ(screens[0].backingScaleFactor, 1);
     bridge.display().setText(bridge.display().root(), "RESOURCE_MANAGER", "STRING",
                              "*Xft.dpi:\t96\nXft.dpi:\t144\n");
-    bridge.display().roundTrip();
-    EXPECT_EQ(bridge.screens.mainScreen().value().backingScaleFactor, 1.5);
+    EXPECT_TRUE(bridge.until("the scale", [&] {
+        return bridge.screens.mainScreen().value().backingScaleFactor == 1.5;
+    }));
 
     // A window of fixed steps keeps the inner monitor's edges, not those of the whole screen.
     rig::TestWindow window(bridge.name(), {.stepX = 6, .stepY = 13});

@@ -37,6 +37,35 @@ UniqueC<xcb_randr_get_monitors_reply_t> askedMonitors(Connection& connection) {
 
 } // namespace
 
+X11Screens::X11Screens(Connection& connection) : connection_(connection) {
+    // A change of the whole, and of monitors that were only defined, shows on the root window.
+    connection.selectRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+    if (connection.randrFirstEvent() != 0)
+        xcb_randr_select_input(
+            connection.get(), connection.root(),
+            XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
+                XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE | XCB_RANDR_NOTIFY_MASK_RESOURCE_CHANGE);
+}
+
+void X11Screens::handle(const xcb_generic_event_t& event) {
+    const auto type = event.response_type & 0x7F;
+    const auto randr = connection_.randrFirstEvent();
+    const auto& configure = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+    const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    if ((randr != 0 &&
+         (type == randr + XCB_RANDR_SCREEN_CHANGE_NOTIFY || type == randr + XCB_RANDR_NOTIFY)) ||
+        (type == XCB_CONFIGURE_NOTIFY && configure.window == connection_.root()) ||
+        (type == XCB_PROPERTY_NOTIFY && property.window == connection_.root() &&
+         property.atom == XCB_ATOM_RESOURCE_MANAGER))
+        inventory_.reset();
+}
+
+const X11Screens::Inventory& X11Screens::inventory() {
+    if (!inventory_)
+        inventory_ = read();
+    return *inventory_;
+}
+
 X11Screens::Inventory X11Screens::read() {
     auto* connection = connection_.get();
     const auto resources = askProperty(connection, connection_.root(), XCB_ATOM_RESOURCE_MANAGER);
@@ -66,11 +95,11 @@ X11Screens::Inventory X11Screens::read() {
     return inventory;
 }
 
-std::optional<std::vector<Screen>> X11Screens::screens() { return read().screens; }
+std::optional<std::vector<Screen>> X11Screens::screens() { return inventory().screens; }
 
 std::optional<Screen> X11Screens::mainScreen() {
-    const auto inventory = read();
-    return inventory.screens[inventory.primary];
+    const auto& [screens, primary] = inventory();
+    return screens[primary];
 }
 
 } // namespace klova::x11

@@ -1,4 +1,4 @@
-// The monitors, as RandR lists them at each question.
+// The monitors, as RandR lists them.
 #pragma once
 
 #include "platform/Screens.h"
@@ -8,7 +8,10 @@ namespace klova::x11 {
 
 class X11Screens final : public Screens {
 public:
-    explicit X11Screens(Connection& connection) : connection_(connection) {}
+    explicit X11Screens(Connection& connection);
+
+    /// Monitors come and go: what was read is forgotten when the server says that one did.
+    void handle(const xcb_generic_event_t& event);
 
     /// Never absent and never empty: with no monitor the root window stands in as one.
     std::optional<std::vector<Screen>> screens() override;
@@ -19,9 +22,11 @@ private:
         std::vector<Screen> screens;
         std::size_t primary = 0;
     };
+    const Inventory& inventory();
     Inventory read();
 
     Connection& connection_;
+    std::optional<Inventory> inventory_;
 };
 
 } // namespace klova::x11
