@@ -12,6 +12,8 @@ namespace klova {
 namespace {
 
 DiagnosticSink theSink = nullptr;
+int holds = 0;
+std::string heldLines;
 
 /// A standard stream, opened once more without blocking where writing to it could block. The flag
 /// is not set on the descriptor itself, which other processes may share.
@@ -58,6 +60,13 @@ private:
     bool brokenLine_ = false;
 };
 
+void writeHeldLines() {
+    if (heldLines.empty())
+        return;
+    static Output output(STDOUT_FILENO);
+    output.write(std::exchange(heldLines, {}));
+}
+
 } // namespace
 
 void diagnosticLine(std::string_view text) {
@@ -65,11 +74,21 @@ void diagnosticLine(std::string_view text) {
         theSink(text);
         return;
     }
-    static Output output(STDOUT_FILENO);
-    output.write(std::string(text) + "\n");
+    heldLines += text;
+    heldLines += '\n';
+    if (holds == 0)
+        writeHeldLines();
+}
+
+DiagnosticsHold::DiagnosticsHold() { ++holds; }
+
+DiagnosticsHold::~DiagnosticsHold() {
+    if (--holds == 0)
+        writeHeldLines();
 }
 
 void errorLine(std::string_view sentence) {
+    writeHeldLines(); // it may be the last one
     static Output errors(STDERR_FILENO);
     errors.write("klova: " + std::string(sentence) + "\n");
 }

@@ -12,6 +12,16 @@ void diagnosticLine(std::string_view text);
 /// Writes "klova: ", the sentence and a line break to standard error, under the same terms.
 void errorLine(std::string_view sentence);
 
+/// While one lives, diagnostic lines are kept; the last one to go writes them. For whoever has
+/// something to do that a person waits for. Of one thread, like the lines themselves.
+class DiagnosticsHold {
+public:
+    DiagnosticsHold();
+    ~DiagnosticsHold();
+    DiagnosticsHold(const DiagnosticsHold&) = delete;
+    DiagnosticsHold& operator=(const DiagnosticsHold&) = delete;
+};
+
 /// Sends the diagnostic lines elsewhere (null: back to standard output); returns the earlier sink.
 using DiagnosticSink = void (*)(std::string_view line);
 DiagnosticSink setDiagnosticSink(DiagnosticSink sink);
