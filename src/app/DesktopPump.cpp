@@ -12,20 +12,24 @@ DesktopPump::DesktopPump(EventSource& source, std::function<void()> gone)
       notifier_(source.descriptor(), QSocketNotifier::Read) {
     timer_.setSingleShot(true);
     timer_.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { dispatch(); });
-    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { dispatch(); });
+    QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_,
+                     [this] { handled(source_.dispatch()); });
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { handled(source_.dispatch()); });
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
-                     &notifier_, [this] { dispatch(); });
+                     &notifier_, [this] { handled(source_.dispatchReceived()); });
 }
 
-void DesktopPump::dispatch() {
-    if (source_.dispatch())
+void DesktopPump::handled(bool there) {
+    if (there)
         setTimer(source_.deadline());
     else
         gone_();
 }
 
 void DesktopPump::setTimer(std::optional<EventSource::Clock::time_point> deadline) {
+    if (deadline == deadline_ && (timer_.isActive() || !deadline))
+        return;
+    deadline_ = deadline;
     if (!deadline) {
         timer_.stop();
         return;

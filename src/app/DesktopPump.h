@@ -17,13 +17,14 @@ public:
     DesktopPump(EventSource& source, std::function<void()> gone);
 
 private:
-    void dispatch();
+    void handled(bool there);
     void setTimer(std::optional<EventSource::Clock::time_point> deadline);
 
     EventSource& source_;
     std::function<void()> gone_;
     QSocketNotifier notifier_;
     QTimer timer_;
+    std::optional<EventSource::Clock::time_point> deadline_; ///< for which the timer is set
 };
 
 } // namespace klova

@@ -15,10 +15,13 @@ public:
     /// Readable when events have arrived. Stays the same while the source lives.
     virtual int descriptor() const = 0;
 
-    /// Handles every event that has arrived. To be called whenever the descriptor is readable, and
-    /// before each wait for it: events may be queued while the descriptor is silent. Returns false
-    /// once the desktop is gone.
+    /// Handles what can be read from the descriptor, and what is due. Returns false once the
+    /// desktop is gone.
     virtual bool dispatch() = 0;
+
+    /// Handles what has been read but not handled. To be called before each wait for the
+    /// descriptor, which is silent about it. Returns as `dispatch` does.
+    virtual bool dispatchReceived() = 0;
 
     /// When `dispatch` has to be called even if nothing arrives; absent: never.
     virtual std::optional<Clock::time_point> deadline() const = 0;

@@ -101,16 +101,20 @@ xcb_atom_t Connection::atomOfScreen(const std::string& prefix) {
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
-UniqueC<xcb_generic_event_t> Connection::poll() {
+UniqueC<xcb_generic_event_t> Connection::poll() { return next(xcb_poll_for_event); }
+
+UniqueC<xcb_generic_event_t> Connection::pollReceived() { return next(xcb_poll_for_queued_event); }
+
+UniqueC<xcb_generic_event_t> Connection::next(Source source) {
     if (waiting_.empty())
-        return receive();
+        return receive(source);
     auto event = std::move(waiting_.front());
     waiting_.pop_front();
     return event;
 }
 
 bool Connection::isWaiting(const EventQuestion& question) {
-    while (auto event = receive())
+    while (auto event = receive(xcb_poll_for_event))
         waiting_.push_back(std::move(event));
     return std::ranges::any_of(waiting_, [&](const auto& event) { return question(*event); });
 }
@@ -129,8 +133,8 @@ void Connection::roundTrip() {
     own(xcb_get_input_focus_reply(get(), xcb_get_input_focus(get()), nullptr));
 }
 
-UniqueC<xcb_generic_event_t> Connection::receive() {
-    while (auto event = own(xcb_poll_for_event(get()))) {
+UniqueC<xcb_generic_event_t> Connection::receive(Source source) {
+    while (auto event = own(source(get()))) {
         if (event->response_type != 0)
             return event;
         handleError(*reinterpret_cast<const xcb_generic_error_t*>(event.get()));

@@ -51,6 +51,9 @@ public:
     /// for are dealt with here: those of a window that died are expected, others are logged.
     UniqueC<xcb_generic_event_t> poll();
 
+    /// The same of what has been received already, without asking the system for more.
+    UniqueC<xcb_generic_event_t> pollReceived();
+
     /// Whether an event that has arrived, and is still to be polled, answers the question.
     bool isWaiting(const EventQuestion& question);
 
@@ -74,7 +77,9 @@ public:
 
 private:
     void queryExtensions();
-    UniqueC<xcb_generic_event_t> receive();
+    using Source = xcb_generic_event_t* (*)(xcb_connection_t*);
+    UniqueC<xcb_generic_event_t> next(Source source);
+    UniqueC<xcb_generic_event_t> receive(Source source);
 
     struct Disconnect {
         void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
