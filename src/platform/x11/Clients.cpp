@@ -13,12 +13,6 @@ bool isNormal(const WindowSnapshot& snapshot) {
            !snapshot.furniture;
 }
 
-/// In the same moment as the snapshot: a window that is tracked is never destroyed unheard.
-void selectStructure(Connection& connection, xcb_window_t window) {
-    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection.get(), window, XCB_CW_EVENT_MASK, &mask);
-}
-
 } // namespace
 
 std::optional<FoundWindow> Clients::focused() {
@@ -35,67 +29,116 @@ Clients::Frontmost Clients::frontmost() {
     const auto& sighting = sighting_.emplace(look());
     if (!sighting.snapshot || sighting.active == manager_.checkWindow())
         return {};
-    return {tracked_.track(sighting.active)->process(), sighting.active};
+    return {tracked_.track(sighting.active)->process(), sighting.names};
 }
 
-/// The window has to be named before its properties can be asked for in the same moment as which
-/// one is active: the guess is nearly always right, and one round trip is then enough.
-Clients::Sighting Clients::look() {
-    for (int attempt = 0; attempt < 3; ++attempt) {
-        const auto guess = lastActive_;
-        auto sighting = lookAt(guess);
-        lastActive_ = sighting.active;
-        if (sighting.active == guess)
-            return sighting;
-    }
-    return {};
-}
-
-Clients::Sighting Clients::lookAt(xcb_window_t guess) {
+Sighting Clients::look() {
     if (!manager_.present())
-        return lookWithoutManager(guess);
-    auto* connection = connection_.get();
-    std::optional<SnapshotRequest> request;
-    xcb_get_property_cookie_t active{};
-    xcb_get_property_cookie_t clients{};
-    {
-        const ServerGrab grab(connection_);
-        active =
-            askProperty(connection, connection_.root(), connection_.atoms()._NET_ACTIVE_WINDOW);
-        clients = askProperty(connection, connection_.root(), connection_.atoms()._NET_CLIENT_LIST);
-        if (guess != XCB_NONE) {
-            if (!tracked_.knows(guess))
-                selectStructure(connection_, guess);
-            request.emplace(connection_, guess);
-        }
+        return lookWithoutManager();
+    for (int attempt = 0; attempt < 3 && !known_; ++attempt) {
+        if (!glance_)
+            beginGlance();
+        takeGlance();
     }
-    Sighting sighting;
-    sighting.active = activeOf(active);
-    sighting.listed = std::ranges::count(takeItems(connection, clients), sighting.active) > 0;
-    if (request)
-        sighting.snapshot = request->take(manager_);
-    return sighting;
+    if (!known_)
+        return {};
+    return following_ ? *known_ : *std::exchange(known_, std::nullopt);
 }
 
-Clients::Sighting Clients::lookWithoutManager(xcb_window_t guess) {
+void Clients::lookAhead() {
+    if (known_ || !manager_.present() || (glance_ && !glance_->answered()))
+        return;
+    if (glance_)
+        takeGlance();
+    if (!known_)
+        beginGlance();
+    else if (known_->snapshot)
+        tracked_.track(known_->active); // which takes a question of its own
+}
+
+/// Listens first: whatever changes from the glance on is heard of.
+void Clients::beginGlance() {
+    if (following_)
+        tracked_.await(lastActive_);
+    else
+        tracked_.watch(lastActive_);
+    glance_.emplace(connection_, lastActive_);
+}
+
+void Clients::takeGlance() {
+    known_ = glance_->take(manager_);
+    lastActive_ = known_->active;
+    if (lastActive_ != glance_->guess())
+        known_.reset();
+    glance_.reset();
+}
+
+void Clients::follow(bool following) {
+    if (following == following_)
+        return;
+    following_ = following;
+    forget();
+    tracked_.await(XCB_NONE);
+}
+
+void Clients::forget() {
+    glance_.reset();
+    known_.reset();
+}
+
+void Clients::handle(const xcb_generic_event_t& event) {
+    if (!following_)
+        return;
+    const auto concerns = [this](xcb_window_t window) {
+        return window == tracked_.awaited() || window == connection_.root();
+    };
+    switch (event.response_type & 0x7F) {
+    case XCB_PROPERTY_NOTIFY:
+        if (concerns(reinterpret_cast<const xcb_property_notify_event_t&>(event).window))
+            forget();
+        break;
+    case XCB_CONFIGURE_NOTIFY:
+        onConfigure(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
+        break;
+    case XCB_DESTROY_NOTIFY:
+    case XCB_GRAVITY_NOTIFY:
+    case XCB_MAP_NOTIFY:
+    case XCB_REPARENT_NOTIFY:
+    case XCB_UNMAP_NOTIFY: // all of which name first the window that they are told of
+        if (concerns(reinterpret_cast<const xcb_unmap_notify_event_t&>(event).event))
+            forget();
+        break;
+    default:
+        break;
+    }
+}
+
+/// A step of a drag that came out as it was asked for need not be looked at.
+void Clients::onConfigure(const xcb_configure_notify_event_t& event) {
+    if (event.window != tracked_.awaited())
+        return;
+    const auto granted = known_ && known_->snapshot
+                             ? tracked_.track(event.window)->placement.grantedBy(event)
+                             : std::nullopt;
+    if (granted)
+        known_->snapshot->client = *granted;
+    else
+        forget();
+}
+
+Sighting Clients::lookWithoutManager() {
     Sighting sighting;
     sighting.active = inputFocus();
     sighting.listed = sighting.active != XCB_NONE;
-    if (sighting.listed && sighting.active == guess)
-        sighting.snapshot = snapshotOf(guess);
+    if (sighting.listed) {
+        sighting.snapshot = snapshotOf(sighting.active);
+        sighting.names = NamesRequest(connection_, sighting.active).take();
+    }
     return sighting;
 }
 
-/// What `_NET_ACTIVE_WINDOW` names. Some managers make it two items long; the root is no window
-/// of anybody's, whoever says so.
-xcb_window_t Clients::activeOf(xcb_get_property_cookie_t cookie) {
-    const auto items = takeItems(connection_.get(), cookie);
-    return items.empty() || items[0] == connection_.root() ? XCB_NONE : items[0];
-}
-
 std::optional<WindowSnapshot> Clients::snapshotOf(xcb_window_t window) {
-    if (!tracked_.knows(window))
-        selectStructure(connection_, window);
+    tracked_.watch(window);
     return readSnapshot(connection_, manager_, window);
 }
 
@@ -132,12 +175,11 @@ std::vector<FoundWindow> Clients::ofProcess(ProcessId process) {
         active = askProperty(connection_.get(), connection_.root(),
                              connection_.atoms()._NET_ACTIVE_WINDOW);
         for (const auto client : clients) {
-            if (!tracked_.knows(client))
-                selectStructure(connection_, client);
+            tracked_.watch(client);
             requests.emplace_back(connection_, client);
         }
     }
-    const auto named = activeOf(active);
+    const auto named = activeOf(connection_, active);
     const auto activeNow = manager_.present() ? named : inputFocus();
     std::vector<FoundWindow> found;
     for (std::size_t i = 0; i < clients.size(); ++i) {
@@ -154,8 +196,8 @@ std::vector<FoundWindow> Clients::ofProcess(ProcessId process) {
 xcb_window_t Clients::active() {
     if (!manager_.present())
         return inputFocus();
-    return activeOf(
-        askProperty(connection_.get(), connection_.root(), connection_.atoms()._NET_ACTIVE_WINDOW));
+    return activeOf(connection_, askProperty(connection_.get(), connection_.root(),
+                                             connection_.atoms()._NET_ACTIVE_WINDOW));
 }
 
 bool Clients::isClient(xcb_window_t window) {

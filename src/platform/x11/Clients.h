@@ -1,9 +1,9 @@
 // Finding windows: the active one, those of a process, the client around a part of its frame.
 #pragma once
 
+#include "platform/x11/Glance.h"
 #include "platform/x11/TrackedWindow.h"
 #include "platform/x11/WindowManager.h"
-#include "platform/x11/WindowSnapshot.h"
 
 #include <memory>
 #include <optional>
@@ -31,9 +31,23 @@ public:
     /// Whatever is active, be it a client or not; the desktop without a window where nothing is.
     struct Frontmost {
         ProcessId process = kDesktopProcess;
-        xcb_window_t window = XCB_NONE;
+        ApplicationNames names;
     };
     Frontmost frontmost();
+
+    /// While followed, the active window is known by its events, and `frontmost` and `focused`
+    /// have to ask only for what has changed.
+    void follow(bool following);
+
+    /// Asks for what is not known, so that nobody has to wait for it when a gesture comes. To be
+    /// called when all events so far have been handled.
+    void lookAhead();
+
+    /// To be called with every event, before the tracked windows hear of it.
+    void handle(const xcb_generic_event_t& event);
+
+    /// What is known may have changed without an event.
+    void forget();
 
     /// To be called when time has passed: what `frontmost` saw is no longer the present.
     void forgetSighting() { sighting_.reset(); }
@@ -57,15 +71,11 @@ public:
     xcb_window_t enclosing(xcb_window_t window);
 
 private:
-    struct Sighting {
-        xcb_window_t active = XCB_NONE;
-        bool listed = false;
-        std::optional<WindowSnapshot> snapshot;
-    };
     Sighting look();
-    Sighting lookAt(xcb_window_t guess);
-    Sighting lookWithoutManager(xcb_window_t guess);
-    xcb_window_t activeOf(xcb_get_property_cookie_t cookie);
+    void beginGlance();
+    void takeGlance();
+    void onConfigure(const xcb_configure_notify_event_t& event);
+    Sighting lookWithoutManager();
     std::optional<WindowSnapshot> snapshotOf(xcb_window_t window);
     xcb_window_t inputFocus();
     std::vector<xcb_window_t> ancestors(xcb_window_t window);
@@ -75,6 +85,9 @@ private:
     TrackedWindows& tracked_;
     xcb_window_t lastActive_ = XCB_NONE;
     std::optional<Sighting> sighting_; ///< of `frontmost`, for the `focused` that follows
+    bool following_ = false;
+    std::optional<Glance> glance_;  ///< ahead of its time, and not yet answered
+    std::optional<Sighting> known_; ///< while following: answered, and still true
 };
 
 } // namespace klova::x11

@@ -38,6 +38,13 @@ public:
     /// To be called when no more events wait: what need not be done between two of them.
     void settle();
 
+    bool armed() const { return state_.armed(); }
+
+    /// Whether the next key may be a gesture.
+    bool awaitsKey() const {
+        return armed() && state_.tap->ownsKeyboard() && !state_.tap->hasSwallowedButtons();
+    }
+
     std::optional<TimePoint> deadline() const;
 
     /// The server's time of the last input event.

@@ -82,7 +82,6 @@ void KeyInput::answerKey(PhysicalKey physical, KeyCode code, bool press) {
     if (!tap.ownsKeyboard())
         tap.takeFrozenKeyboard();
     tap.swallowKey(physical, press);
-    state_.connection.flush();
     Event event = state_.event(press ? EventType::keyDown : EventType::keyUp);
     event.keyCode = code;
     tap.show(event);

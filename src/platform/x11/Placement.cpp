@@ -69,6 +69,8 @@ void Placement::send(Clock::time_point now) {
     const bool leavingFullscreen = outstanding() && sent_->statesTaken;
     if (known_.fullscreen && !sizeUnsent_ && !leavingFullscreen)
         return; // a drag leaves a fullscreen window where it is
+    if (!sent_ && !sizeUnsent_ && !known_.maximized && boxOf(wanted_) == known_.frame())
+        return; // no manager answers to a move that is none, and the next one would wait for it
     const bool exact = sizeUnsent_ || (outstanding() && sent_->exact);
     sizeUnsent_ = false;
     Request next;
@@ -141,6 +143,10 @@ bool Placement::confirms(const xcb_configure_notify_event_t& event) const {
     return inRoot && event.x + event.border_width == client.x &&
            event.y + event.border_width == client.y && event.width == client.width &&
            event.height == client.height;
+}
+
+std::optional<Box> Placement::grantedBy(const xcb_configure_notify_event_t& event) const {
+    return sent_ && confirms(event) ? std::optional(sent_->client) : std::nullopt;
 }
 
 void Placement::onConfigure(const xcb_configure_notify_event_t& event, Clock::time_point now) {

@@ -30,6 +30,9 @@ public:
     /// What reads have to answer until the manager has answered; absent when the truth holds.
     std::optional<Frame> written() const;
 
+    /// The client's box where an event says that what was asked for last has come about.
+    std::optional<Box> grantedBy(const xcb_configure_notify_event_t& event) const;
+
     /// Whether the window's property changes matter at the moment.
     bool busy() const { return unsent_ || sent_.has_value(); }
 

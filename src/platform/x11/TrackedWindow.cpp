@@ -2,9 +2,19 @@
 
 #include "platform/x11/WindowManager.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace klova::x11 {
+namespace {
+
+void selectEvents(Connection& connection, xcb_window_t window, bool properties) {
+    const std::uint32_t mask =
+        XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+        (properties ? XCB_EVENT_MASK_PROPERTY_CHANGE : XCB_EVENT_MASK_NO_EVENT);
+    xcb_change_window_attributes(connection.get(), window, XCB_CW_EVENT_MASK, &mask);
+}
+
+} // namespace
 
 TrackedWindow::TrackedWindow(Connection& connection, WindowManager& manager, Screens& screens,
                              xcb_window_t window)
@@ -12,20 +22,38 @@ TrackedWindow::TrackedWindow(Connection& connection, WindowManager& manager, Scr
       connection_(connection), id_(window), process_(processOf(connection, window)) {}
 
 void TrackedWindow::listen() {
-    const bool wanted = placement.busy() || minimizing.wanted().has_value();
+    const bool wanted = awaited_ || placement.busy() || minimizing.wanted().has_value();
     if (wanted == listening_ || gone_)
         return;
     listening_ = wanted;
-    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY |
-                               (wanted ? XCB_EVENT_MASK_PROPERTY_CHANGE : XCB_EVENT_MASK_NO_EVENT);
-    xcb_change_window_attributes(connection_.get(), id_, XCB_CW_EVENT_MASK, &mask);
+    selectEvents(connection_, id_, wanted);
 }
 
 std::shared_ptr<TrackedWindow> TrackedWindows::track(xcb_window_t window) {
     auto& entry = windows_[window];
-    if (!entry)
+    if (!entry) {
         entry = std::make_shared<TrackedWindow>(connection_, manager_, screens_, window);
+        entry->setAwaited(window == awaited_);
+    }
     return entry;
+}
+
+void TrackedWindows::watch(xcb_window_t window) {
+    if (window != XCB_NONE && window != awaited_ && find(window) == nullptr)
+        selectEvents(connection_, window, false);
+}
+
+void TrackedWindows::await(xcb_window_t window) {
+    if (window == awaited_)
+        return;
+    for (const auto id : {std::exchange(awaited_, window), window}) {
+        if (auto* tracked = find(id)) {
+            tracked->setAwaited(id == awaited_);
+            tracked->listen();
+        } else if (id != XCB_NONE) {
+            selectEvents(connection_, id, id == awaited_);
+        }
+    }
 }
 
 TrackedWindow* TrackedWindows::find(xcb_window_t window) {

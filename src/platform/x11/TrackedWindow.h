@@ -28,15 +28,17 @@ public:
     Placement placement;
     Minimizing minimizing;
 
-    /// Hears of property changes only while something is under way: a window's ordinary life
-    /// must not wake us.
+    /// Hears of property changes only while something is under way or a gesture is to be
+    /// expected: a window's ordinary life must not wake us.
     void listen();
+    void setAwaited(bool awaited) { awaited_ = awaited; }
 
 private:
     Connection& connection_;
     xcb_window_t id_;
     ProcessId process_;
     bool gone_ = false;
+    bool awaited_ = false;
     bool listening_ = false;
 };
 
@@ -50,7 +52,14 @@ public:
     /// The window as it is tracked now. To be called for windows that were just seen alive.
     std::shared_ptr<TrackedWindow> track(xcb_window_t window);
 
-    bool knows(xcb_window_t window) const { return windows_.contains(window); }
+    /// To be called before a window is looked at that may be tracked then: what is tracked is
+    /// never destroyed unheard.
+    void watch(xcb_window_t window);
+
+    /// The one window that a gesture is expected to act upon, tracked yet or not, or none. Its
+    /// property changes are heard as well.
+    void await(xcb_window_t window);
+    xcb_window_t awaited() const { return awaited_; }
 
     void handle(const xcb_generic_event_t& event);
     void flush(Clock::time_point now);
@@ -64,6 +73,7 @@ private:
     Connection& connection_;
     WindowManager& manager_;
     Screens& screens_;
+    xcb_window_t awaited_ = XCB_NONE;
     std::unordered_map<xcb_window_t, std::shared_ptr<TrackedWindow>> windows_;
 };
 

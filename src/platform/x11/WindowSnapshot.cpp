@@ -74,6 +74,13 @@ std::optional<WindowSnapshot> SnapshotRequest::take(WindowManager& manager) {
     return snapshot;
 }
 
+void SnapshotRequest::discard() {
+    for (const auto sequence :
+         {geometry_.sequence, origin_.sequence, decoration_.sequence, shadow_.sequence,
+          wmState_.sequence, states_.sequence, types_.sequence})
+        xcb_discard_reply(connection_.get(), sequence);
+}
+
 void SnapshotRequest::takeStates(WindowSnapshot& snapshot) {
     const auto& atoms = connection_.atoms();
     if (const auto items = takeItems(connection_.get(), wmState_); !items.empty())

@@ -38,8 +38,9 @@ class SnapshotRequest {
 public:
     SnapshotRequest(Connection& connection, xcb_window_t window);
 
-    /// Absent when the window is gone. To be called once.
+    /// Absent when the window is gone. To be called once, unless the answer is discarded.
     std::optional<WindowSnapshot> take(WindowManager& manager);
+    void discard();
 
 private:
     void takeStates(WindowSnapshot& snapshot);

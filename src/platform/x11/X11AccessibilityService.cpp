@@ -204,6 +204,7 @@ void X11AccessibilityService::beginMoment() {
 
 void X11AccessibilityService::handle(const xcb_generic_event_t& event) {
     beginMoment();
+    clients_.handle(event);
     tracked_.handle(event);
 }
 
@@ -216,6 +217,7 @@ void X11AccessibilityService::flushWrites() {
 void X11AccessibilityService::onDeadline(Clock::time_point now) {
     beginMoment();
     tracked_.onDeadline(now);
+    clients_.forget(); // there are managers that announce a move before it happens
     connection_.flush();
 }
 

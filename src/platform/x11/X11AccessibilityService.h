@@ -35,6 +35,12 @@ public:
     /// To be called with every event of the connection.
     void handle(const xcb_generic_event_t& event);
 
+    /// While armed the active window is followed, so that a gesture need not ask for it.
+    void follow(bool armed) { clients_.follow(armed); }
+
+    /// For when a gesture may come next; to be called once all events have been handled.
+    void lookAhead() { clients_.lookAhead(); }
+
     /// Ends a gesture: what was written is sent as one request a window.
     void flushWrites();
 

@@ -1,5 +1,6 @@
 #include "platform/x11/X11Desktop.h"
 
+#include "platform/Diagnostics.h"
 #include "platform/x11/InputBridge.h"
 #include "platform/x11/SingleInstance.h"
 #include "platform/x11/X11AccessibilityService.h"
@@ -46,33 +47,43 @@ void X11Desktop::reportTo(UniqueDescriptor guard) {
 
 void X11Desktop::setTrustPrompt(TrustPrompt& prompt) { accessibility_->setTrustPrompt(prompt); }
 
-bool X11Desktop::dispatch() {
-    // Settling asks the server, and an answer may bring further events along.
-    while (auto event = connection_.poll()) {
-        do {
-            manager_.handle(*event);
-            settings_.handle(*event);
-            input_->handle(*event);
-            accessibility_->handle(*event);
-            trayArea_->handle(*event);
-            panels_->handle(*event);
-            if (instance_)
-                instance_->handle(*event);
-            accessibility_->flushWrites();
-            connection_.flush();
-            input_->beat();
-            event = connection_.poll();
-        } while (event);
-        input_->settle();
-    }
+bool X11Desktop::dispatch() { return handle(connection_.poll()); }
+
+bool X11Desktop::dispatchReceived() {
+    auto event = connection_.pollReceived();
+    return event ? handle(std::move(event)) : !connection_.lost();
+}
+
+bool X11Desktop::handle(UniqueC<xcb_generic_event_t> event) {
+    const DiagnosticsHold hold; // what a key or a click asked for goes out first
+    for (; event; event = connection_.pollReceived())
+        serve(*event);
     const auto now = Clock::now();
     if (const auto due = accessibility_->deadline(); due && *due <= now)
         accessibility_->onDeadline(now);
     input_->settle();
     accessibility_->flushWrites();
+    accessibility_->follow(input_->armed());
+    if (input_->awaitsKey())
+        accessibility_->lookAhead();
     connection_.flush();
     input_->beat();
     return !connection_.lost();
+}
+
+void X11Desktop::serve(const xcb_generic_event_t& event) {
+    manager_.handle(event);
+    settings_.handle(event);
+    screens_->handle(event);
+    input_->handle(event);
+    accessibility_->handle(event);
+    trayArea_->handle(event);
+    panels_->handle(event);
+    if (instance_)
+        instance_->handle(event);
+    accessibility_->flushWrites();
+    connection_.flush();
+    input_->beat();
 }
 
 std::optional<EventSource::Clock::time_point> X11Desktop::deadline() const {

@@ -57,9 +57,13 @@ public:
 
     int descriptor() const override { return connection_.descriptor(); }
     bool dispatch() override;
+    bool dispatchReceived() override;
     std::optional<Clock::time_point> deadline() const override;
 
 private:
+    bool handle(UniqueC<xcb_generic_event_t> event);
+    void serve(const xcb_generic_event_t& event);
+
     Connection connection_;
     WindowManager manager_;
     XSettings settings_;

@@ -80,6 +80,7 @@ public:
     void swallowButton(std::uint32_t button);
 
     void buttonReleased(std::uint32_t button) { swallowedButtons_.erase(button); }
+    bool hasSwallowedButtons() const { return !swallowedButtons_.empty(); }
     bool hasSwallowedButton(std::uint32_t button) const {
         return swallowedButtons_.contains(button);
     }

@@ -20,7 +20,6 @@ public:
 private:
     Connection& connection_;
     X11AccessibilityService& accessibility_;
-    xcb_window_t lastFrontmost_ = XCB_NONE;
 };
 
 } // namespace klova::x11
