@@ -5,17 +5,29 @@
 namespace klova::rig {
 namespace {
 
-constexpr std::uint16_t kMasterKeyboard = XCB_INPUT_DEVICE_ALL_MASTER;
+constexpr std::uint16_t kMasters = XCB_INPUT_DEVICE_ALL_MASTER;
 
-xcb_input_xi_passive_grab_device_cookie_t askForKey(Display& display, xcb_keycode_t code,
-                                                    std::uint32_t modifiers) {
+xcb_input_xi_passive_grab_device_cookie_t ask(Display& display, xcb_input_grab_type_t type,
+                                              std::uint32_t detail, std::uint32_t modifiers) {
     owned(xcb_input_xi_query_version_reply(
         display.get(), xcb_input_xi_query_version(display.get(), 2, 2), nullptr));
-    const std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
+    const std::uint32_t mask = type == XCB_INPUT_GRAB_TYPE_KEYCODE
+                                   ? XCB_INPUT_XI_EVENT_MASK_KEY_PRESS
+                                   : XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS;
     return xcb_input_xi_passive_grab_device(
-        display.get(), XCB_CURRENT_TIME, display.root(), XCB_NONE, code, kMasterKeyboard, 1, 1,
-        XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
+        display.get(), XCB_CURRENT_TIME, display.root(), XCB_NONE, detail, kMasters, 1, 1,
+        static_cast<std::uint8_t>(type), XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
         XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, &modifiers);
+}
+
+/// The grab and its end are asked for at once, so that nobody else's grab is refused meanwhile.
+bool reserved(Display& display, xcb_input_grab_type_t type, std::uint32_t detail,
+              std::uint32_t modifiers) {
+    const auto grab = ask(display, type, detail, modifiers);
+    xcb_input_xi_passive_ungrab_device(display.get(), display.root(), detail, kMasters, 1,
+                                       static_cast<std::uint8_t>(type), &modifiers);
+    const auto reply = owned(xcb_input_xi_passive_grab_device_reply(display.get(), grab, nullptr));
+    return !reply || reply->num_modifiers != 0;
 }
 
 } // namespace
@@ -47,19 +59,17 @@ bool pointerGrabbed(Display& display) {
 }
 
 bool keyReserved(Display& display, xcb_keycode_t code, std::uint32_t modifiers) {
-    const auto reply = owned(xcb_input_xi_passive_grab_device_reply(
-        display.get(), askForKey(display, code, modifiers), nullptr));
-    const bool ours = reply && reply->num_modifiers == 0;
-    if (ours)
-        xcb_input_xi_passive_ungrab_device(display.get(), display.root(), code, kMasterKeyboard, 1,
-                                           XCB_INPUT_GRAB_TYPE_KEYCODE, &modifiers);
-    display.roundTrip();
-    return !ours;
+    return reserved(display, XCB_INPUT_GRAB_TYPE_KEYCODE, code, modifiers);
+}
+
+bool buttonReserved(Display& display, std::uint8_t button, std::uint32_t modifiers) {
+    return reserved(display, XCB_INPUT_GRAB_TYPE_BUTTON, button, modifiers);
 }
 
 void reserveKey(Display& owner, xcb_keycode_t code, std::uint32_t modifiers, Protocol protocol) {
     if (protocol == Protocol::xinput2)
-        xcb_discard_reply(owner.get(), askForKey(owner, code, modifiers).sequence);
+        xcb_discard_reply(owner.get(),
+                          ask(owner, XCB_INPUT_GRAB_TYPE_KEYCODE, code, modifiers).sequence);
     else
         xcb_grab_key(owner.get(), 0, owner.root(), static_cast<std::uint16_t>(modifiers), code,
                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);

@@ -15,6 +15,8 @@ bool pointerGrabbed(Display& display);
 /// Whether another client has a passive XInput2 grab on this key with exactly these modifiers
 /// (XCB_MOD_MASK_...) on the root window. Disturbs nothing.
 bool keyReserved(Display& display, xcb_keycode_t code, std::uint32_t modifiers);
+/// The same for a button of the mouse.
+bool buttonReserved(Display& display, std::uint8_t button, std::uint32_t modifiers);
 
 enum class Protocol { core, xinput2 };
 

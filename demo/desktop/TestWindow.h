@@ -49,6 +49,9 @@ public:
 
     xcb_window_t id() const { return id_; }
 
+    /// The connection that the window's events come on, for who waits for them.
+    Display& connection() { return display_; }
+
     /// Everything received since the last call, in order.
     std::vector<InputRecord> takeInput();
 

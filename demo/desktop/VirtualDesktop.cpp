@@ -10,6 +10,8 @@ VirtualDesktop::VirtualDesktop(const DesktopOptions& options)
     : server_(options.screen, options.server), display_(server_.display()),
       monitors_(options.twoMonitors ? splitMonitors(display_) : std::vector{server_.screen()}),
       session_(server_.display()) {
+    if (options.prepare)
+        options.prepare(session_, display_);
     if (!options.windowManager.empty())
         manager_.emplace(session_, display_, options.windowManager);
 }

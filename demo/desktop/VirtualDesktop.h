@@ -6,6 +6,7 @@
 #include "desktop/WindowManager.h"
 #include "desktop/XServer.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,6 +20,8 @@ struct DesktopOptions {
     ServerKind server = ServerKind::offScreen;
     /// Splits the screen in two before the window manager starts (see splitMonitors).
     bool twoMonitors = false;
+    /// Called before the window manager starts, to write settings for it.
+    std::function<void(Session&, Display&)> prepare = {};
 };
 
 class VirtualDesktop {
