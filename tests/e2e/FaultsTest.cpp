@@ -99,6 +99,7 @@ protected:
 struct Gesture {
     std::string name;
     std::function<void(Klova&)> make;
+    friend void PrintTo(const Gesture& gesture, std::ostream* out) { *out << gesture.name; }
 };
 
 class DestroyedWindowTest : public FaultsTest, public testing::WithParamInterface<Gesture> {};
@@ -247,43 +248,37 @@ TEST_F(FaultsTest, AScreenLockerHasKeyboardAndMouseToItself) {
     }
 }
 
-TEST_F(FaultsTest, AnotherProgramGrabsTheCombination) {
-    constexpr std::uint32_t super = XCB_MOD_MASK_4, control = XCB_MOD_MASK_CONTROL;
-    constexpr auto core = Protocol::core, xinput2 = Protocol::xinput2;
-    // The other program's key and modifiers, how it grabs, and whether before Klova starts.
-    const std::tuple<xcb_keysym_t, std::uint32_t, Protocol, bool> rows[] = {
-        {XKB_KEY_Left, super | control, core, false},
-        {XKB_KEY_Left, super | control, core, true},
-        {XKB_KEY_Left, super | control, xinput2, false},
-        {XKB_KEY_Left, super | control, xinput2, true},
-        {XKB_KEY_Control_L, super, core, false},
-        {XKB_KEY_Control_L, super, core, true},
-        {XKB_KEY_Control_L, super, xinput2, true}};
+class ForeignGrabTest
+    : public FaultsTest,
+      public testing::WithParamInterface<std::tuple<xcb_keysym_t, Protocol, bool>> {};
+
+TEST_P(ForeignGrabTest, OfTheCombinationIsOvercomeOrOutlived) {
+    const auto [key, protocol, before] = GetParam();
+    const std::uint32_t control = key == XKB_KEY_Left ? XCB_MOD_MASK_CONTROL : 0;
+    auto other = std::make_unique<Display>(display.name());
+    if (!before)
+        start();
+    reserveKey(*other, Injector(display.name()).keyCode(key), XCB_MOD_MASK_4 | control, protocol);
+    if (before)
+        start();
     TestWindow window(display.name());
-    for (const auto& row : rows) {
-        const auto& [key, modifiers, protocol, before] = row;
-        const auto name = "row " + std::to_string(&row - rows);
-        const auto code = Injector(display.name()).keyCode(key);
-        klova.reset();
-        if (!before)
-            start();
-        auto other = std::make_unique<Display>(display.name());
-        reserveKey(*other, code, modifiers, protocol);
-        if (before)
-            start();
-        klova->holdActivationKeys(); // whoever was beaten is the newest again after that
-        klova->releaseActivationKeys();
-        expectNothingStuck(name);
-        if (key == XKB_KEY_Left || protocol == core)
-            expectGestures(window.id(), name);
-        else // which nobody can take from it
-            EXPECT_NE(klova->process().output().find("another program holds"), std::string::npos);
-        other.reset();
-        klova->holdActivationKeys();
-        klova->releaseActivationKeys();
-        expectGestures(window.id(), name + " and the other program's end");
-    }
+    klova->holdActivationKeys(); // whoever was beaten is the newest again after that
+    klova->releaseActivationKeys();
+    expectNothingStuck("the other program's turn");
+    if (key == XKB_KEY_Left || protocol == Protocol::core || !before)
+        expectGestures(window.id(), "the other program's turn");
+    else // which nobody can take from it
+        EXPECT_NE(klova->process().output().find("another program holds"), std::string::npos);
+    other.reset();
+    klova->holdActivationKeys();
+    klova->releaseActivationKeys();
+    expectGestures(window.id(), "the other program's end");
 }
+
+INSTANTIATE_TEST_SUITE_P(Keys, ForeignGrabTest,
+                         testing::Combine(testing::Values(XKB_KEY_Left, XKB_KEY_Control_L),
+                                          testing::Values(Protocol::core, Protocol::xinput2),
+                                          testing::Bool()));
 
 class BusFaultsTest : public FaultsTest, public testing::WithParamInterface<std::string> {};
 
