@@ -91,7 +91,8 @@ TEST(PassiveGrabs, CoverEveryStateThatWouldBeArmed) {
         {{}, {}, 0},
     };
     for (auto [activation, expected, all] : rows) {
-        expected.insert(expected.end(), {{1, 0, all}, {0, 1, all}, {0, 3, all}});
+        expected.insert(expected.begin(), {1, 0, all});
+        expected.insert(expected.end(), {{0, 1, all}, {0, 3, all}});
         std::vector<Grab> planned;
         for (const auto& [kind, detail, states] : planPassiveGrabs(map, activation)) {
             std::uint32_t needed = possible, seen = 0;
