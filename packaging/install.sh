@@ -1,11 +1,12 @@
-# The packages that Klova is built, shown and tested with, and how the scripts get them.
+# The packages that Klova is built, shown, tested and measured with, and how the scripts get them.
 # To be sourced from the project's root.
 
 build_packages=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev qt6-svg-dev nlohmann-json3-dev libglib2.0-dev libgtest-dev
     libx11-dev libxcb1-dev libxcb-xinput-dev libxcb-randr0-dev libxcb-xkb-dev libxcb-res0-dev
-    libxcb-xfixes0-dev libxcb-xtest0-dev libxcb-shape0-dev libxcb-composite0-dev libxkbcommon-dev libxkbcommon-x11-dev
+    libxcb-xfixes0-dev libxcb-xtest0-dev libxcb-shape0-dev libxcb-composite0-dev libxcb-record0-dev
+    libxkbcommon-dev libxkbcommon-x11-dev
 )
 demo_packages=(
     xvfb dbus openbox tint2
@@ -19,6 +20,11 @@ test_packages=(
     trayer xfce4-panel xfconf libglib2.0-bin at-spi2-core
     dex desktop-file-utils dunst xauth i3lock faketime
     clang libclang-rt-14-dev
+)
+bench_packages=(
+    xfwm4 marco mate-settings-daemon-common kwin-x11 kwin-style-breeze
+    xfce4-panel xfconf libglib2.0-bin
+    sxhkd wmctrl binutils
 )
 lint_packages=(clang-format clang-tidy)
 

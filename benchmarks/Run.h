@@ -1,0 +1,27 @@
+// What every benchmark is given, and where its figures go.
+#pragma once
+
+#include "Report.h"
+
+#include <filesystem>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace klova::bench {
+
+struct Run {
+    /// Where klova and the reference programs are.
+    std::filesystem::path programs;
+    /// Fewer rounds, for a first look.
+    bool quick = false;
+    /// Only what has this in its name is measured.
+    std::string filter = {};
+    Report report = {};
+    std::mt19937 random{1};
+
+    bool wants(std::string_view name) const { return name.find(filter) != name.npos; }
+    int rounds(int whole) const { return quick ? whole / 10 : whole; }
+};
+
+} // namespace klova::bench
