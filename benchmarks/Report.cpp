@@ -1,5 +1,6 @@
 #include "Report.h"
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <sstream>
@@ -121,10 +122,22 @@ void Report::writeMarkdown(const std::filesystem::path& file) const {
             stream << "| " << text << ' ';
         stream << "|\n";
     };
-    line(kHeads);
-    stream << "|---|---|--:|--:|--:|--:|--:|--:|---|\n";
-    for (const auto& row : rows_)
-        line(cells(row));
+    for (const bool withGoal : {true, false}) {
+        stream << (withGoal ? "### Figures with a goal\n\n" : "\n### Further figures\n\n");
+        line(kHeads);
+        stream << "|---|---|--:|--:|--:|--:|--:|--:|---|\n";
+        for (const auto& row : rows_)
+            if (row.goal.has_value() == withGoal)
+                line(cells(row));
+    }
+}
+
+void Report::printSummary() const {
+    const auto goals =
+        std::ranges::count_if(rows_, [](const Row& row) { return row.goal.has_value(); });
+    const auto met =
+        std::ranges::count_if(rows_, [](const Row& row) { return row.met().value_or(false); });
+    std::printf("\n%td figures, %td of %td goals met\n", std::ssize(rows_), met, goals);
 }
 
 } // namespace klova::bench

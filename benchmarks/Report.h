@@ -39,7 +39,7 @@ public:
 
     void writeJson(const std::filesystem::path& file) const;
     void writeMarkdown(const std::filesystem::path& file) const;
-    const std::vector<Row>& rows() const { return rows_; }
+    void printSummary() const;
 
 private:
     std::vector<Row> rows_;

@@ -53,6 +53,7 @@ int main(int argc, char** argv) {
         const auto folder = run.programs.parent_path();
         run.report.writeJson(folder / "bench.json");
         run.report.writeMarkdown(folder / "bench.md");
+        run.report.printSummary();
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "klova-bench: %s\n", failure.what());
         return 1;
