@@ -63,14 +63,16 @@ std::uint64_t wakeUps(const std::vector<pid_t>& processes) {
 }
 
 Memory memoryOf(const std::vector<pid_t>& processes) {
-    constexpr double kibibytes = 1024;
+    const auto mebibytes = [](const path& file, const std::string& name) {
+        return static_cast<double>(field(file, name)) / 1024;
+    };
     Memory sum;
     for (const auto process : processes) {
         const auto file = folderOf(process) / "smaps_rollup";
-        sum.resident += static_cast<double>(field(file, "Rss")) / kibibytes;
-        sum.own +=
-            static_cast<double>(field(file, "Private_Clean") + field(file, "Private_Dirty")) /
-            kibibytes;
+        sum.resident += mebibytes(file, "Rss");
+        // In proportion: what a forked process shares with the other is their own all the same.
+        sum.written += mebibytes(file, "Pss_Anon");
+        sum.own += mebibytes(file, "Pss_Anon") + mebibytes(file, "Private_Clean");
     }
     return sum;
 }

@@ -16,7 +16,8 @@ std::uint64_t wakeUps(const std::vector<pid_t>& processes);
 
 struct Memory {
     double resident = 0; // MiB
-    double own = 0;      // MiB that no other process shares
+    double own = 0; // MiB that no other process has: of files, too, where nobody else reads them
+    double written = 0; // MiB of that which are no file's
 };
 Memory memoryOf(const std::vector<pid_t>& processes);
 

@@ -41,12 +41,22 @@ std::vector<std::string> cells(const Row& row) {
 
 const std::vector<std::string> kHeads = {"figure", "unit",   "value", "p99", "reference",
                                          "ratio",  "spread", "goal",  "met"};
-constexpr int kWidths[] = {76, 4, 7, 7, 9, 6, 14, 5, 4};
+constexpr int kWidths[] = {84, 4, 7, 7, 9, 6, 14, 5, 4};
+
+/// With blanks to fill `width` letters of the screen, of which UTF-8 may take several bytes each.
+std::string padded(const std::string& text, int width, bool left) {
+    const auto letters = std::ranges::count_if(
+        text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; });
+    const std::string blanks(static_cast<std::size_t>(std::max(width - letters, std::ptrdiff_t{0})),
+                             ' ');
+    return left ? text + blanks : blanks + text;
+}
 
 void print(const std::vector<std::string>& texts) {
-    for (std::size_t i = 0; i < texts.size(); ++i)
-        std::printf(i == 0 ? "%-*s" : " %*s", kWidths[i], texts[i].c_str());
-    std::printf("\n");
+    std::string line = padded(texts[0], kWidths[0], true);
+    for (std::size_t i = 1; i < texts.size(); ++i)
+        line += ' ' + padded(texts[i], kWidths[i], false);
+    std::puts(line.c_str());
     std::fflush(stdout);
 }
 

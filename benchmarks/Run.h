@@ -20,7 +20,10 @@ struct Run {
     Report report = {};
     std::mt19937 random{1};
 
-    bool wants(std::string_view name) const { return name.find(filter) != name.npos; }
+    /// Whether a figure, or a group of them by what their names begin with, is to be measured.
+    bool wants(std::string_view name) const {
+        return name.find(filter) != name.npos || filter.starts_with(name);
+    }
     int rounds(int whole) const { return quick ? whole / 10 : whole; }
 };
 

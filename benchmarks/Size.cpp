@@ -81,6 +81,7 @@ void report(Report& report, const std::string& when, const Memory& memory, doubl
                 .unit = "MiB",
                 .value = memory.own,
                 .goal = goal > 0 ? std::optional(goal) : std::nullopt});
+    report.add({.name = "memory written, " + when, .unit = "MiB", .value = memory.written});
     report.add({.name = "memory resident, " + when, .unit = "MiB", .value = memory.resident});
 }
 
