@@ -75,13 +75,13 @@ protected:
         if (dragging)
             klova->beginDrag(101, 500);
         fault();
-        dragging ? hands().movePointer(300, 500) : hands().tap(XKB_KEY_Right);
+        dragging ? hands().movePointer(300, 500) : hands().tap(XKB_KEY_Left);
         hands().releaseButton(1);
         klova->releaseActivationKeys();
         expectNothingStuck("the fault");
         desktop.manager().signal(SIGCONT);
         if (lives && !dragging)
-            expectPlace(window, Place::right, "the fault");
+            expectPlace(window, Place::left, "the fault");
         if (!lives || !dragging)
             return;
         const auto moved = [&] { return visibleFrame(display, window).x - before.x >= 199; };
@@ -186,7 +186,7 @@ TEST_P(ManagerFaultsTest, WhileTheKeysAreHeld) {
     const std::string fault = std::get<0>(GetParam());
     start();
     TestWindow window(display.name());
-    focus(window.id());
+    expectGestures(window.id(), "nothing");
     std::optional<WindowManager> successor;
     interrupt(window.id(), std::get<1>(GetParam()), true, [&] {
         if (fault == "Replaced") {
@@ -351,7 +351,7 @@ TEST_F(FaultsTest, TheClockIsSetBack) {
     focus(window);
     interrupt(window, false, true, [&] {
         desktop.manager().signal(SIGSTOP);
-        hands().tap(XKB_KEY_Right);
+        hands().tap(XKB_KEY_Left);
         desktop.session().setClock("-4000d");
         Process date = desktop.launch({"date", "+%Y"});
         date.waitExit(kDeadline);
