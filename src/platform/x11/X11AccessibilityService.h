@@ -38,7 +38,8 @@ public:
     /// While armed the active window is followed, so that a gesture need not ask for it.
     void follow(bool armed) { clients_.follow(armed); }
 
-    /// For when a gesture may come next; to be called once all events have been handled.
+    /// For when a gesture may come next and none is under way, which would change what is seen; to
+    /// be called once all events have been handled.
     void lookAhead() { clients_.lookAhead(); }
 
     /// Ends a gesture: what was written is sent as one request a window.

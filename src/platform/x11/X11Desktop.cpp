@@ -64,7 +64,7 @@ bool X11Desktop::handle(UniqueC<xcb_generic_event_t> event) {
     input_->settle();
     accessibility_->flushWrites();
     accessibility_->follow(input_->armed());
-    if (input_->awaitsKey())
+    if (input_->awaitsKey() && !accessibility_->deadline())
         accessibility_->lookAhead();
     connection_.flush();
     input_->beat();
