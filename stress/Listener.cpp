@@ -4,6 +4,7 @@
 #include <thread>
 #include <utility>
 #include <xcb/composite.h>
+#include <xcb/xinput.h>
 
 namespace klova::stress {
 namespace {
@@ -25,8 +26,11 @@ template <typename Ask> bool ask(const Ask& grab) {
 } // namespace
 
 Listener::Listener(const std::string& display) : display_(display) {
-    const std::uint32_t mask = kKeys | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    rig::owned(xcb_input_xi_query_version_reply(
+        display_.get(), xcb_input_xi_query_version(display_.get(), 2, 2), nullptr));
+    const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(display_.get(), display_.root(), XCB_CW_EVENT_MASK, &mask);
+    listenTo(display_.root());
     listenToTree(display_.root());
     makeWindow();
     repeatKeys(false);
@@ -34,9 +38,17 @@ Listener::Listener(const std::string& display) : display_(display) {
         display_.get(), xcb_composite_query_version(display_.get(), 0, 3), nullptr));
 }
 
+/// By XInput2 where the window is not the listener's own: who shares one with a client that wants
+/// presses only is sent a release with each of them otherwise.
 void Listener::listenTo(xcb_window_t window) {
-    if (window != window_)
-        xcb_change_window_attributes(display_.get(), window, XCB_CW_EVENT_MASK, &kKeys);
+    if (window == window_)
+        return;
+    const struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t mask;
+    } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
+                XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE};
+    xcb_input_xi_select_events(display_.get(), window, 1, &selection.head);
 }
 
 /// The windows below it, such as those that managers give the focus to when nobody else is there.
@@ -98,17 +110,27 @@ void Listener::attend() {
     display_.roundTrip();
     while (const auto event = display_.nextEvent()) {
         const auto type = static_cast<std::uint8_t>(event->response_type & 0x7F);
-        if (type >= XCB_KEY_PRESS && type <= XCB_BUTTON_RELEASE)
-            // Key and button events have one layout.
-            note(reinterpret_cast<const xcb_key_press_event_t&>(*event), type);
-        else if (type == XCB_CREATE_NOTIFY)
+        if (type == XCB_CREATE_NOTIFY)
             listenTo(reinterpret_cast<const xcb_create_notify_event_t&>(*event).window);
+        else
+            note(*event);
     }
     display_.roundTrip();
 }
 
+void Listener::note(const xcb_generic_event_t& event) {
+    const auto type = static_cast<std::uint8_t>(event.response_type & 0x7F);
+    const auto& key = reinterpret_cast<const xcb_input_key_press_event_t&>(event);
+    if (type >= XCB_KEY_PRESS && type <= XCB_BUTTON_RELEASE) // which have one layout
+        noteCore(reinterpret_cast<const xcb_key_press_event_t&>(event), type);
+    else if (type == XCB_GE_GENERIC && (key.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT) == 0)
+        record_.push_back({key.event_type == XCB_INPUT_KEY_PRESS ? std::uint8_t{XCB_KEY_PRESS}
+                                                                 : std::uint8_t{XCB_KEY_RELEASE},
+                           static_cast<std::uint8_t>(key.detail), key.time});
+}
+
 /// At each repetition the server sends a release and a press of the same moment.
-void Listener::note(const xcb_key_press_event_t& input, std::uint8_t type) {
+void Listener::noteCore(const xcb_key_press_event_t& input, std::uint8_t type) {
     const Heard heard{type, input.detail, input.time};
     if (repeats_ && type == XCB_KEY_PRESS && !record_.empty() &&
         record_.back().type == XCB_KEY_RELEASE && record_.back().detail == heard.detail &&

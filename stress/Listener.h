@@ -48,7 +48,8 @@ private:
     void listenTo(xcb_window_t window);
     void listenToTree(xcb_window_t top);
     void makeWindow();
-    void note(const xcb_key_press_event_t& input, std::uint8_t type);
+    void note(const xcb_generic_event_t& event);
+    void noteCore(const xcb_key_press_event_t& input, std::uint8_t type);
     void makePad();
 
     rig::Display display_;

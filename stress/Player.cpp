@@ -51,6 +51,7 @@ void Player::play(const Step& step) {
 void Player::press(const Step& step) {
     auto& display = desktop_.display();
     hands_.roundTrip();
+    hands_.awaitTurn();
     listener_.attend();
     if (step.act == Act::pressKey) {
         rig::require(display, "end of an earlier press",
@@ -64,6 +65,7 @@ void Player::press(const Step& step) {
 }
 
 void Player::release(const Step& step) {
+    hands_.awaitTurn();
     listener_.attend();
     if (step.act == Act::releaseKey)
         hands_.releaseCode(static_cast<xcb_keycode_t>(step.detail));

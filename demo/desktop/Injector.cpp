@@ -80,6 +80,7 @@ void Injector::sendKey(std::uint8_t type, xcb_keycode_t code) {
 
 void Injector::send(std::uint8_t type, std::uint8_t detail, int x, int y, std::uint8_t device) {
     awaitTurn();
+    next_ = std::max(next_, Clock::now()) + spacing_;
     xcb_test_fake_input(display_.get(), type, detail, XCB_CURRENT_TIME, display_.root(),
                         static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), device);
     xcb_flush(display_.get());
@@ -92,7 +93,6 @@ void Injector::awaitTurn() {
     std::this_thread::sleep_until(next_ - std::chrono::microseconds(200));
     while (Clock::now() < next_) {
     }
-    next_ = std::max(next_, Clock::now()) + spacing_;
 }
 
 } // namespace klova::rig

@@ -43,6 +43,9 @@ public:
     /// is that many times as long: a sanitizer slows the program, and no hand grows quicker by it.
     void setSpacing(std::chrono::microseconds spacing);
 
+    /// Returns when the spacing lets the next event be sent at once.
+    void awaitTurn();
+
     /// Returns once the server has dealt with every event sent so far.
     void roundTrip() { display_.roundTrip(); }
 
@@ -50,7 +53,6 @@ private:
     using Clock = std::chrono::steady_clock;
     void send(std::uint8_t type, std::uint8_t detail, int x, int y, std::uint8_t device = 0);
     void sendKey(std::uint8_t type, xcb_keycode_t code);
-    void awaitTurn();
 
     Display display_;
     std::uint8_t keyboard_ = 0;       // XTEST's own
