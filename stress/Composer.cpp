@@ -16,7 +16,8 @@ template <typename T> std::vector<T> asVector(const std::set<T>& items) {
 } // namespace
 
 Composer::Composer(Random& random, const Temper& temper, int layout)
-    : random_(random), layout_(layouts()[static_cast<std::size_t>(layout)]), model_(layout_) {
+    : random_(random), layout_(layouts()[static_cast<std::size_t>(layout)]),
+      model_(layout_, temper.superIsHeldBack) {
     stream_.temper = temper;
     stream_.layout = layout;
 }

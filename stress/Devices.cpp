@@ -19,6 +19,12 @@ bool keyIsDown(rig::Display& display, int keycode) {
     return std::ranges::find(down, keycode) != down.end();
 }
 
+xcb_window_t focus(rig::Display& display) {
+    const auto reply = rig::owned(
+        xcb_get_input_focus_reply(display.get(), xcb_get_input_focus(display.get()), nullptr));
+    return reply ? reply->focus : XCB_NONE;
+}
+
 std::uint32_t pointerState(rig::Display& display) {
     const auto reply = rig::owned(xcb_query_pointer_reply(
         display.get(), xcb_query_pointer(display.get(), display.root()), nullptr));

@@ -12,6 +12,9 @@ namespace klova::stress {
 std::vector<int> keysDown(rig::Display& display);
 bool keyIsDown(rig::Display& display, int keycode);
 
+/// The window that keys go to.
+xcb_window_t focus(rig::Display& display);
+
 /// The pointer's state: buttons and modifiers, as in an event.
 std::uint32_t pointerState(rig::Display& display);
 inline constexpr std::uint32_t kAnyButton = 0x1F00;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace klova::stress {
 
@@ -42,9 +43,21 @@ Verdict Model::verdictOn(Key key, bool press, bool wasArmed) {
         return Verdict::heard;
     if (keyboard_ == Holder::unsure)
         return Verdict::either;
+    const bool undecided = managerDecides(key, press);
+    const auto verdict = verdictOfKlova(key, press);
+    return undecided ? Verdict::either : verdict;
+}
+
+Verdict Model::verdictOfKlova(Key key, bool press) {
     if (isModifier(key))
         return press ? pressOfModifier(key) : releaseOfModifier(key);
     return armed() ? Verdict::kept : Verdict::heard;
+}
+
+bool Model::managerDecides(Key key, bool press) {
+    const bool isSuper = key == key::leftSuper || key == key::rightSuper;
+    const bool wasSuper = std::exchange(superJustPressed_, superIsHeldBack_ && press && isSuper);
+    return wasSuper || superJustPressed_;
 }
 
 Verdict Model::pressOfModifier(Key key) {

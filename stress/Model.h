@@ -16,7 +16,10 @@ enum class Verdict : std::uint8_t {
 
 class Model {
 public:
-    explicit Model(const Layout& layout) : layout_(layout) {}
+    /// Some managers hold each press of Super back until the next key tells what it is for, and
+    /// let that one past everybody else's grabs; what becomes of the two is then their affair.
+    explicit Model(const Layout& layout, bool superIsHeldBack = false)
+        : layout_(layout), superIsHeldBack_(superIsHeldBack) {}
 
     Verdict pressKey(Key key);
     Verdict releaseKey(Key key);
@@ -51,11 +54,15 @@ private:
     enum class Holder : std::uint8_t { nobody, klova, other, unsure };
 
     Verdict verdictOn(Key key, bool press, bool wasArmed);
+    Verdict verdictOfKlova(Key key, bool press);
+    bool managerDecides(Key key, bool press);
     Verdict pressOfModifier(Key key);
     Verdict releaseOfModifier(Key key);
     void disarm();
 
     const Layout& layout_;
+    bool superIsHeldBack_;
+    bool superJustPressed_ = false;
     std::set<Key> keys_;
     std::set<Key> keptModifiers_;
     std::set<Button> buttons_;

@@ -12,7 +12,19 @@
 
 namespace klova::stress {
 
-void Player::play(const Step& step) {
+bool Player::play(const Step& step) {
+    if (step.act != Act::pressKey && step.act != Act::releaseKey) {
+        act(step);
+        return false;
+    }
+    hands_.awaitTurn();
+    const auto before = focus(desktop_.display());
+    act(step);
+    hands_.roundTrip();
+    return before == XCB_NONE || focus(desktop_.display()) != before;
+}
+
+void Player::act(const Step& step) {
     switch (step.act) {
     case Act::pressKey:
     case Act::pressButton:

@@ -13,13 +13,15 @@ public:
     Player(rig::VirtualDesktop& desktop, rig::Injector& hands, Listener& listener)
         : desktop_(desktop), hands_(hands), listener_(listener), guests_(desktop) {}
 
-    /// Throws std::runtime_error where a step cannot be taken at all.
-    void play(const Step& step);
+    /// Throws std::runtime_error where a step cannot be taken at all. Returns whether it may have
+    /// come to nobody's ears: a key that came while the focus went from one window to another.
+    bool play(const Step& step);
 
     /// Returns once the new map is in force.
     void changeLayout(int layout);
 
 private:
+    void act(const Step& step);
     void press(const Step& step);
     void release(const Step& step);
     void grab(const Step& step);

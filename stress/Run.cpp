@@ -25,6 +25,7 @@ Stream composeStream(const Options& options, std::uint32_t number, const std::st
         temper.monitors = random.oneIn(8);
         temper.upheaval = random.oneIn(20);
     }
+    temper.superIsHeldBack = manager == "mutter" || manager == "icewm";
     const int layout = random.oneIn(6) ? 1 + random.below(2) : 0;
     return Composer(random, temper, layout).compose();
 }

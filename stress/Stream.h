@@ -28,6 +28,7 @@ struct Temper {
     bool monitors = false;
     /// A new keyboard map or window manager in the middle of it all.
     bool upheaval = false;
+    bool superIsHeldBack = false; // by the manager, see Model
 };
 std::string description(const Temper& temper);
 

@@ -16,7 +16,7 @@ public:
     Trial(const std::string& manager, std::filesystem::path klova);
 
     /// What went wrong, in words; empty where nothing did.
-    std::string play(const Stream& stream);
+    std::string play(Stream stream);
 
     /// Ends Klova as a person does, and starts it again; what went wrong.
     std::string restart();
@@ -29,7 +29,7 @@ private:
     void prepare(const Stream& stream);
     void setLayout(int layout);
     void focusListener();
-    std::string playSteps(const Stream& stream);
+    std::string playSteps(Stream& stream);
     std::vector<Heard> hearOut();
 
     void awaitRelease();

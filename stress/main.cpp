@@ -28,12 +28,10 @@ int main(int argc, char** argv) {
     rig::takePrecedence();
     try {
         const auto build = std::filesystem::canonical("/proc/self/exe").parent_path();
-        return std::ranges::all_of(options->managers,
-                                   [&](const auto& manager) {
-                                       return stress::run(*options, manager, build / "klova");
-                                   })
-                   ? 0
-                   : 1;
+        const auto faults = std::ranges::count_if(options->managers, [&](const auto& manager) {
+            return !stress::run(*options, manager, build / "klova");
+        });
+        return faults == 0 ? 0 : 1;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "klova-stress: %s\n", failure.what());
         return 1;
