@@ -107,6 +107,7 @@ void Trial::focusListener() {
     });
     // What Klova has just moved it moves back for a moment, where somebody else moves it too.
     const rig::Rect wanted{300, 150, 840, 560};
+    std::this_thread::sleep_for(kCorrections);
     rig::require(display, "listener that stays in its place", [&] {
         if (!rig::place(display, listener_.window(), wanted))
             return false;
