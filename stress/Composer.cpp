@@ -183,7 +183,7 @@ void Composer::tapLock() {
 void Composer::holdKey() {
     auto keys = idleKeys();
     std::erase_if(keys, [this](Key key) { return model_.keys().contains(key); });
-    if (keys.empty())
+    if (keys.empty() || model_.keyboardIsForeign())
         return;
     const Key key = random_.pick(keys);
     add(Act::repeatKeys, 1);

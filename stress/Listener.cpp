@@ -9,7 +9,6 @@
 namespace klova::stress {
 namespace {
 
-constexpr std::uint32_t kKeys = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
 constexpr std::uint16_t kButtons = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE;
 
 /// Asks until it is granted, for at most a second.
@@ -38,11 +37,9 @@ Listener::Listener(const std::string& display) : display_(display) {
         display_.get(), xcb_composite_query_version(display_.get(), 0, 3), nullptr));
 }
 
-/// By XInput2 where the window is not the listener's own: who shares one with a client that wants
-/// presses only is sent a release with each of them otherwise.
+/// By XInput2, which marks repetitions. To whom shares a window with a client that wants presses
+/// only the server's core events tell a release with each of them.
 void Listener::listenTo(xcb_window_t window) {
-    if (window == window_)
-        return;
     const struct {
         xcb_input_event_mask_t head;
         std::uint32_t mask;
@@ -64,7 +61,7 @@ void Listener::listenToTree(xcb_window_t top) {
 
 void Listener::makeWindow() {
     window_ = xcb_generate_id(display_.get());
-    const std::uint32_t values[] = {display_.screen().white_pixel, kKeys | kButtons};
+    const std::uint32_t values[] = {display_.screen().white_pixel, kButtons};
     xcb_create_window(display_.get(), XCB_COPY_FROM_PARENT, window_, display_.root(), 300, 200, 840,
                       500, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
@@ -72,6 +69,7 @@ void Listener::makeWindow() {
     display_.setText(window_, "WM_CLASS", "STRING", std::string("Listener\0Listener\0", 18));
     constexpr std::uint32_t hasInput = 1;
     display_.setValues(window_, "WM_HINTS", "WM_HINTS", {hasInput, 1, 0, 0, 0, 0, 0, 0, 0});
+    listenTo(window_);
     xcb_map_window(display_.get(), window_);
 }
 
@@ -120,32 +118,20 @@ void Listener::attend() {
 
 void Listener::note(const xcb_generic_event_t& event) {
     const auto type = static_cast<std::uint8_t>(event.response_type & 0x7F);
+    const auto& core = reinterpret_cast<const xcb_key_press_event_t&>(event);
     const auto& key = reinterpret_cast<const xcb_input_key_press_event_t&>(event);
     if (type >= XCB_KEY_PRESS && type <= XCB_BUTTON_RELEASE) // which have one layout
-        noteCore(reinterpret_cast<const xcb_key_press_event_t&>(event), type);
+        record_.push_back({type, core.detail, core.time});
     else if (type == XCB_GE_GENERIC && (key.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT) == 0)
         record_.push_back({key.event_type == XCB_INPUT_KEY_PRESS ? std::uint8_t{XCB_KEY_PRESS}
                                                                  : std::uint8_t{XCB_KEY_RELEASE},
                            static_cast<std::uint8_t>(key.detail), key.time});
 }
 
-/// At each repetition the server sends a release and a press of the same moment.
-void Listener::noteCore(const xcb_key_press_event_t& input, std::uint8_t type) {
-    const Heard heard{type, input.detail, input.time};
-    if (repeats_ && type == XCB_KEY_PRESS && !record_.empty() &&
-        record_.back().type == XCB_KEY_RELEASE && record_.back().detail == heard.detail &&
-        record_.back().time == heard.time) {
-        record_.pop_back();
-        return;
-    }
-    record_.push_back(heard);
-}
-
 void Listener::repeatKeys(bool repeats) {
     const std::uint32_t mode = repeats ? XCB_AUTO_REPEAT_MODE_ON : XCB_AUTO_REPEAT_MODE_OFF;
     xcb_change_keyboard_control(display_.get(), XCB_KB_AUTO_REPEAT_MODE, &mode);
-    attend();
-    repeats_ = repeats;
+    display_.roundTrip();
 }
 
 std::vector<Heard> Listener::take() {

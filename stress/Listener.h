@@ -30,8 +30,8 @@ public:
     /// focus and to nobody above it. To be called before each key.
     void attend();
 
-    /// Whether the server repeats keys that are held, as it does not at first. Who holds a key
-    /// presses no other one twice meanwhile.
+    /// Whether the server repeats keys that are held, as it does not at first. Not while this has
+    /// grabbed the keyboard: repetitions are not told from presses then.
     void repeatKeys(bool repeats);
 
     /// Everything heard since the last call, in order; a key that repeats counts once.
@@ -49,13 +49,11 @@ private:
     void listenToTree(xcb_window_t top);
     void makeWindow();
     void note(const xcb_generic_event_t& event);
-    void noteCore(const xcb_key_press_event_t& input, std::uint8_t type);
     void makePad();
 
     rig::Display display_;
     xcb_window_t window_ = XCB_NONE;
     xcb_window_t overlay_ = XCB_NONE;
-    bool repeats_ = false;
     std::vector<Heard> record_;
 };
 
