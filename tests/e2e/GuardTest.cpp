@@ -89,6 +89,7 @@ TEST_F(GuardTest, leavesAProcessAloneThatAnswers) {
     EXPECT_EQ(ended(), std::nullopt) << "while the keys are held";
     letGo();
     klova.process().signal(SIGSTOP); // unarmed: nobody misses anything
+    EXPECT_FALSE(keyboardGrabbed(display)) << "but for a moment, by this question";
     EXPECT_EQ(ended(), std::nullopt) << "while nothing is held";
     klova.process().signal(SIGCONT);
 

@@ -47,7 +47,7 @@ private:
     UniqueDescriptor beats_;
     Beat beat_;
     Clock::time_point beatAt_;
-    std::optional<xcb_timestamp_t> grab_; ///< the newest that began
+    std::optional<xcb_timestamp_t> grab_; ///< the one that lasts, whose ever it is
     Clock::time_point unansweredSince_;
 };
 
@@ -62,7 +62,8 @@ void Guard::watch() {
     Connection connection;
     if (!connection.missingExtensions().empty())
         return;
-    selectXInputEvents(connection, kMasterKeyboard, XCB_INPUT_XI_EVENT_MASK_FOCUS_IN);
+    selectXInputEvents(connection, kMasterKeyboard,
+                       XCB_INPUT_XI_EVENT_MASK_FOCUS_IN | XCB_INPUT_XI_EVENT_MASK_FOCUS_OUT);
     connection.flush();
     constexpr int nothing = -1;
     while (true) {
@@ -92,6 +93,8 @@ bool Guard::readBeats() {
 
 void Guard::readGrabs(Connection& connection) {
     while (const auto event = connection.poll()) {
+        if (endsKeyboardGrab(connection, *event))
+            grab_.reset();
         const auto time = timeOfKeyboardGrab(connection, *event);
         if (!time)
             continue;

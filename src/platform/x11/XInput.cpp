@@ -33,6 +33,12 @@ std::optional<xcb_timestamp_t> timeOfKeyboardGrab(const Connection& connection,
     return began ? std::optional(focus.time) : std::nullopt;
 }
 
+bool endsKeyboardGrab(const Connection& connection, const xcb_generic_event_t& event) {
+    return xinputType(connection, event) == XCB_INPUT_FOCUS_OUT &&
+           reinterpret_cast<const xcb_input_focus_out_event_t&>(event).mode ==
+               XCB_INPUT_NOTIFY_MODE_UNGRAB;
+}
+
 void selectXInputEvents(Connection& connection, xcb_input_device_id_t device, std::uint32_t mask) {
     const struct {
         xcb_input_event_mask_t head;

@@ -46,6 +46,9 @@ bool isKey(const Connection& connection, const xcb_generic_event_t& event);
 std::optional<xcb_timestamp_t> timeOfKeyboardGrab(const Connection& connection,
                                                   const xcb_generic_event_t& event);
 
+/// Whether an event says that a grab of the master keyboard has ended.
+bool endsKeyboardGrab(const Connection& connection, const xcb_generic_event_t& event);
+
 /// Selects `mask` (XInput2 event mask) of `device` on the root window.
 void selectXInputEvents(Connection& connection, xcb_input_device_id_t device, std::uint32_t mask);
 
