@@ -50,8 +50,9 @@ void X11Desktop::setTrustPrompt(TrustPrompt& prompt) { accessibility_->setTrustP
 bool X11Desktop::dispatch() { return handle(connection_.poll()); }
 
 bool X11Desktop::dispatchReceived() {
-    auto event = connection_.pollReceived();
-    return event ? handle(std::move(event)) : !connection_.lost();
+    while (auto event = connection_.pollReceived()) // whose handling may receive more
+        handle(std::move(event));
+    return !connection_.lost();
 }
 
 bool X11Desktop::handle(UniqueC<xcb_generic_event_t> event) {
