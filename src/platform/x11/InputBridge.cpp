@@ -229,6 +229,8 @@ void InputBridge::renewGrabs() {
 }
 
 std::optional<InputBridge::TimePoint> InputBridge::deadline() const {
+    if (state_.tap == nullptr)
+        return std::nullopt;
     if (retryAt_)
         return retryAt_;
     return state_.armed() ? state_.heartbeat.deadline() : renewAt_;
