@@ -34,9 +34,8 @@ void DesktopPump::setTimer(std::optional<EventSource::Clock::time_point> deadlin
         timer_.stop();
         return;
     }
-    const auto left =
-        std::chrono::ceil<std::chrono::milliseconds>(*deadline - EventSource::Clock::now());
-    timer_.start(std::max(left, std::chrono::milliseconds::zero()));
+    const auto now = EventSource::Clock::now(); // which may be ages after what is long due
+    timer_.start(std::chrono::ceil<std::chrono::milliseconds>(std::max(*deadline, now) - now));
 }
 
 } // namespace klova
