@@ -19,8 +19,9 @@ public:
     /// desktop is gone.
     virtual bool dispatch() = 0;
 
-    /// Handles what has been read but not handled. To be called before each wait for the
-    /// descriptor, which is silent about it. Returns as `dispatch` does.
+    /// Handles what has been read but not handled, and what was asked of the desktop since. To be
+    /// called before each wait for the descriptor, which is silent about both. Returns as
+    /// `dispatch` does.
     virtual bool dispatchReceived() = 0;
 
     /// When `dispatch` has to be called even if nothing arrives; absent: never.

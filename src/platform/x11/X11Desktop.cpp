@@ -50,8 +50,11 @@ void X11Desktop::setTrustPrompt(TrustPrompt& prompt) { accessibility_->setTrustP
 bool X11Desktop::dispatch() { return handle(connection_.poll()); }
 
 bool X11Desktop::dispatchReceived() {
-    while (auto event = connection_.pollReceived()) // whose handling may receive more
+    auto event = connection_.pollReceived();
+    do {
         handle(std::move(event));
+        event = connection_.pollReceived(); // handling may have received more
+    } while (event);
     return !connection_.lost();
 }
 
