@@ -86,6 +86,11 @@ TEST_F(GuardTest, freesTheKeyboardOfAThreadThatStalls) {
 TEST_F(GuardTest, leavesAProcessAloneThatAnswers) {
     chordWithArrow();
     const auto ended = [&] { return klova.process().waitExit(2500ms); };
+    xcb_grab_server(display.get()); // before Klova has looked at what became of the window
+    display.roundTrip();
+    EXPECT_EQ(ended(), std::nullopt) << "while the keys are held and the server is another's";
+    xcb_ungrab_server(display.get());
+    display.roundTrip();
     EXPECT_EQ(ended(), std::nullopt) << "while the keys are held";
     letGo();
     klova.process().signal(SIGSTOP); // unarmed: nobody misses anything

@@ -93,10 +93,12 @@ void Clients::handle(const xcb_generic_event_t& event) {
         return window == tracked_.awaited() || window == connection_.root();
     };
     switch (event.response_type & 0x7F) {
-    case XCB_PROPERTY_NOTIFY:
-        if (concerns(reinterpret_cast<const xcb_property_notify_event_t&>(event).window))
+    case XCB_PROPERTY_NOTIFY: {
+        const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (concerns(property.window) && isSeen(connection_.atoms(), property.atom))
             forget();
         break;
+    }
     case XCB_CONFIGURE_NOTIFY:
         onConfigure(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
         break;

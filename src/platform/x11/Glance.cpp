@@ -3,6 +3,7 @@
 #include "platform/x11/Properties.h"
 
 #include <algorithm>
+#include <array>
 #include <xcb/xcbext.h>
 
 namespace klova::x11 {
@@ -57,6 +58,22 @@ Sighting Glance::take(WindowManager& manager) {
     if (names_)
         sighting.names = names_->take();
     return sighting;
+}
+
+bool isSeen(const Atoms& atoms, xcb_atom_t property) {
+    const std::array seen{atoms._NET_ACTIVE_WINDOW,
+                          atoms._NET_CLIENT_LIST,
+                          atoms._NET_SUPPORTED,
+                          atoms._NET_SUPPORTING_WM_CHECK,
+                          atoms._NET_FRAME_EXTENTS,
+                          atoms._GTK_FRAME_EXTENTS,
+                          atoms.WM_STATE,
+                          atoms._NET_WM_STATE,
+                          atoms._NET_WM_WINDOW_TYPE,
+                          atoms._GTK_APPLICATION_ID,
+                          atoms._KDE_NET_WM_DESKTOP_FILE,
+                          xcb_atom_t{XCB_ATOM_WM_CLASS}};
+    return std::ranges::count(seen, property) > 0;
 }
 
 xcb_window_t activeOf(Connection& connection, xcb_get_property_cookie_t cookie) {

@@ -46,6 +46,10 @@ private:
     bool taken_ = false;
 };
 
+/// Whether a glance reads this property, of the root or of the window: a title that changes all the
+/// time is none of them.
+bool isSeen(const Atoms& atoms, xcb_atom_t property);
+
 /// The window that `_NET_ACTIVE_WINDOW` names, by the answer to a question for it. Some managers
 /// make it two items long; the root is no window of anybody's, whoever says so.
 xcb_window_t activeOf(Connection& connection, xcb_get_property_cookie_t cookie);

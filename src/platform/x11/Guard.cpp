@@ -11,11 +11,14 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
 #include <optional>
 #include <poll.h>
+#include <string>
 #include <sys/prctl.h>
 #include <unistd.h>
 #include <utility>
+#include <xcb/xcbext.h>
 
 namespace klova::x11 {
 namespace {
@@ -26,6 +29,8 @@ constexpr std::chrono::milliseconds kPatience{1500};
 
 /// After a system sleep both processes wake together, and a beat may come a moment late.
 constexpr std::chrono::milliseconds kGrace{100};
+
+constexpr std::chrono::milliseconds kAnswer{200};
 
 /// Sees each grab of the keyboard for itself: a process that was stopped before the press that
 /// began the grab does not announce it.
@@ -58,6 +63,36 @@ bool isReadable(int one, int other, std::optional<std::chrono::milliseconds> atM
                   atMost ? static_cast<int>(atMost->count()) : -1) != 0;
 }
 
+/// Whether the process was stopped, by a signal or a debugger.
+bool isStopped(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+    std::string text;
+    std::getline(file, text);
+    const auto name = text.rfind(')'); // which may hold anything; the state follows
+    return name != std::string::npos && name + 2 < text.size() &&
+           (text[name + 2] == 'T' || text[name + 2] == 't');
+}
+
+/// Whether the server answers at once: while another program has it in its grab it does not.
+bool answers(Connection& connection) {
+    const auto end = Clock::now() + kAnswer;
+    const auto cookie = xcb_get_input_focus(connection.get());
+    connection.flush();
+    void* reply = nullptr;
+    xcb_generic_error_t* error = nullptr;
+    while (xcb_poll_for_reply(connection.get(), cookie.sequence, &reply, &error) == 0) {
+        const auto left = std::chrono::floor<std::chrono::milliseconds>(end - Clock::now());
+        if (left.count() <= 0) {
+            xcb_discard_reply(connection.get(), cookie.sequence);
+            return false;
+        }
+        isReadable(connection.descriptor(), -1, left);
+    }
+    own(reply);
+    own(error);
+    return true;
+}
+
 void Guard::watch() {
     Connection connection;
     if (!connection.missingExtensions().empty())
@@ -74,9 +109,12 @@ void Guard::watch() {
         if (const auto end = due())
             left = std::max(std::chrono::ceil<std::chrono::milliseconds>(*end - Clock::now()),
                             std::chrono::milliseconds::zero());
-        if (!isReadable(beats_.get(), connection.descriptor(), left) &&
-            !isReadable(beats_.get(), nothing, kGrace))
+        if (isReadable(beats_.get(), connection.descriptor(), left) ||
+            isReadable(beats_.get(), nothing, kGrace))
+            continue;
+        if (isStopped(klova_) || answers(connection))
             return endKlova(connection);
+        beatAt_ = Clock::now(); // with a server that answers nobody Klova cannot go on either
     }
 }
 
@@ -132,7 +170,7 @@ void Guard::endKlova(Connection& connection) const {
     ::prctl(PR_SET_NAME, "klova-guard");
     try {
         Guard(klova, std::move(beats)).watch();
-    } catch (const DisplayUnreachable&) { // then there is nothing to free either
+    } catch (const DisplayUnreachable&) { // Klova notices that nobody listens, and says so
     }
     std::_Exit(0);
 }

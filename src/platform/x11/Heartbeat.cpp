@@ -1,5 +1,8 @@
 #include "platform/x11/Heartbeat.h"
 
+#include "platform/Diagnostics.h"
+
+#include <cerrno>
 #include <unistd.h>
 
 namespace klova::x11 {
@@ -12,10 +15,17 @@ void Heartbeat::beat(bool holding) {
         !last_ || last_->holding != next_.holding || last_->answered != next_.answered;
     if (!isNews && (!holding || Clock::now() < *due_))
         return;
-    // The pipe does not block: a guard that sleeps through a pipe full of beats is of no use.
-    [[maybe_unused]] const auto written = ::write(beats_.get(), &next_, sizeof next_);
-    last_ = next_;
+    // The pipe does not block. A beat that a stopped guard has left no room for is still news.
+    if (::write(beats_.get(), &next_, sizeof next_) == sizeof next_)
+        last_ = next_;
+    else if (errno == EPIPE)
+        goOnAlone();
     due_ = holding ? std::optional(Clock::now() + kInterval) : std::nullopt;
+}
+
+void Heartbeat::goOnAlone() {
+    beats_ = UniqueDescriptor();
+    errorLine("goes on without its guard, which has ended.");
 }
 
 } // namespace klova::x11

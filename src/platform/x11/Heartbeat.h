@@ -40,6 +40,8 @@ public:
     std::optional<Clock::time_point> deadline() const { return due_; }
 
 private:
+    void goOnAlone();
+
     UniqueDescriptor beats_;
     Beat next_;
     std::optional<Beat> last_; ///< that was sent

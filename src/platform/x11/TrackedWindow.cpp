@@ -34,6 +34,7 @@ std::shared_ptr<TrackedWindow> TrackedWindows::track(xcb_window_t window) {
     if (!entry) {
         entry = std::make_shared<TrackedWindow>(connection_, manager_, screens_, window);
         entry->setAwaited(window == awaited_);
+        entry->listen();
     }
     return entry;
 }
