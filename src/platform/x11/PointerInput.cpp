@@ -66,7 +66,9 @@ Event PointerInput::buttonEvent(std::uint32_t button, bool press, xcb_timestamp_
 
 void PointerInput::watched(const RawButtonEvent& event, bool press) {
     countForeignPress();
+    const auto pointer = askPointer(state_.connection);
     const std::uint32_t button = logicalButton(event);
+    const Point place = takePointer(state_.connection, pointer);
     if (button != kLeft && button != kRight)
         return;
     if (press && state_.armed()) {
@@ -74,7 +76,7 @@ void PointerInput::watched(const RawButtonEvent& event, bool press) {
         undecided_ = Press{button, event.time};
         return;
     }
-    observe(button, press, event.time, queryPointer(state_.connection));
+    observe(button, press, event.time, place);
 }
 
 void PointerInput::observe(std::uint32_t button, bool press, xcb_timestamp_t time, Point place) {

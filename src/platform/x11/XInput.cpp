@@ -47,10 +47,12 @@ void selectXInputEvents(Connection& connection, xcb_input_device_id_t device, st
     xcb_input_xi_select_events(connection.get(), connection.root(), 1, &selection.head);
 }
 
-Point queryPointer(Connection& connection) {
-    const auto reply = own(xcb_input_xi_query_pointer_reply(
-        connection.get(),
-        xcb_input_xi_query_pointer(connection.get(), connection.root(), kMasterPointer), nullptr));
+xcb_input_xi_query_pointer_cookie_t askPointer(Connection& connection) {
+    return xcb_input_xi_query_pointer(connection.get(), connection.root(), kMasterPointer);
+}
+
+Point takePointer(Connection& connection, xcb_input_xi_query_pointer_cookie_t cookie) {
+    const auto reply = own(xcb_input_xi_query_pointer_reply(connection.get(), cookie, nullptr));
     return reply ? pixel(reply->root_x, reply->root_y) : Point{};
 }
 

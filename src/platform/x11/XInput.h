@@ -52,8 +52,15 @@ bool endsKeyboardGrab(const Connection& connection, const xcb_generic_event_t& e
 /// Selects `mask` (XInput2 event mask) of `device` on the root window.
 void selectXInputEvents(Connection& connection, xcb_input_device_id_t device, std::uint32_t mask);
 
-/// The pointer now, in whole root pixels, y downward.
-Point queryPointer(Connection& connection);
+/// The question for the pointer, whose answer is to be taken.
+xcb_input_xi_query_pointer_cookie_t askPointer(Connection& connection);
+
+/// Its place in whole root pixels, y downward.
+Point takePointer(Connection& connection, xcb_input_xi_query_pointer_cookie_t cookie);
+
+inline Point queryPointer(Connection& connection) {
+    return takePointer(connection, askPointer(connection));
+}
 
 /// A place of an event, floored to the pixel that the pointer is in: fractions would be lost to
 /// the window, which stands on whole pixels, but not to the pointer.
