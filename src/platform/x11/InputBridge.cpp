@@ -219,13 +219,13 @@ void InputBridge::renewGrabsSoon() {
 }
 
 void InputBridge::renewGrabs() {
-    if (state_.armed())
-        return;
     const bool due = renewAt_ && *renewAt_ <= std::chrono::steady_clock::now();
+    if (state_.armed() || (!beaten_ && !due) || eventsWait())
+        return;
     if (due)
         renewAt_.reset();
-    if (std::exchange(beaten_, false) || due)
-        state_.tap->renewGrabs();
+    beaten_ = false;
+    state_.tap->renewGrabs();
 }
 
 std::optional<InputBridge::TimePoint> InputBridge::deadline() const {
@@ -236,12 +236,17 @@ std::optional<InputBridge::TimePoint> InputBridge::deadline() const {
     return state_.armed() ? state_.heartbeat.deadline() : renewAt_;
 }
 
+/// What has arrived and not been looked at may be the very press that a grab of ours holds back.
+bool InputBridge::eventsWait() {
+    return state_.connection.isWaiting([](const auto&) { return true; });
+}
+
 void InputBridge::holdKeyboardWhileArmed() {
     retryAt_.reset();
     X11EventTap& tap = *state_.tap;
     if (!tap.armed()) {
         tap.releaseKeyboard();
-    } else if (!tap.ownsKeyboard()) {
+    } else if (!tap.ownsKeyboard() && !eventsWait()) {
         beaten_ = true;
         if (!tap.takeKeyboard())
             retryAt_ = std::chrono::steady_clock::now() + kRetry;

@@ -35,7 +35,7 @@ public:
     /// To be called after each event, once its answer is on its way.
     void beat() { state_.heartbeat.beat(state_.tap != nullptr && state_.tap->ownsKeyboard()); }
 
-    /// To be called when no more events wait: what need not be done between two of them.
+    /// To be called when no more events have been received: what need not be done between two.
     void settle();
 
     bool armed() const { return state_.armed(); }
@@ -58,6 +58,7 @@ private:
     void readKeyMap();
     void renewGrabsSoon();
     void renewGrabs();
+    bool eventsWait();
     void holdKeyboardWhileArmed();
 
     InputState state_;
