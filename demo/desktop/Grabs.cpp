@@ -1,5 +1,7 @@
 #include "desktop/Grabs.h"
 
+#include "desktop/Wait.h"
+
 #include <xcb/xinput.h>
 
 namespace klova::rig {
@@ -56,6 +58,11 @@ bool pointerGrabbed(Display& display) {
         xcb_ungrab_pointer(display.get(), XCB_CURRENT_TIME);
     display.roundTrip();
     return !ours;
+}
+
+bool awaitKeyboardGrab(Display& display, bool held) {
+    return waitUntil(display, held ? "a grab of the keyboard" : "a free keyboard",
+                     [&] { return keyboardGrabbed(display) == held; });
 }
 
 bool keyReserved(Display& display, xcb_keycode_t code, std::uint32_t modifiers) {

@@ -12,6 +12,10 @@ namespace klova::rig {
 bool keyboardGrabbed(Display& display);
 bool pointerGrabbed(Display& display);
 
+/// Waits until somebody else holds the keyboard, or where `held` is false until nobody does;
+/// returns whether that came true.
+bool awaitKeyboardGrab(Display& display, bool held = true);
+
 /// Whether another client has a passive XInput2 grab on this key with exactly these modifiers
 /// (XCB_MOD_MASK_...) on the root window. Disturbs nothing.
 bool keyReserved(Display& display, xcb_keycode_t code, std::uint32_t modifiers);

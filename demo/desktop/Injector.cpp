@@ -41,6 +41,22 @@ void Injector::tap(xcb_keysym_t symbol) {
     releaseCode(code);
 }
 
+void Injector::press(const std::vector<xcb_keysym_t>& symbols) {
+    for (const auto symbol : symbols)
+        press(symbol);
+}
+
+void Injector::release(const std::vector<xcb_keysym_t>& symbols) {
+    for (const auto symbol : symbols)
+        release(symbol);
+}
+
+void Injector::chord(const std::vector<xcb_keysym_t>& held, xcb_keysym_t symbol) {
+    press(held);
+    tap(symbol);
+    release(held);
+}
+
 void Injector::click(std::uint8_t button) {
     pressButton(button);
     releaseButton(button);

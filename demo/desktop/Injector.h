@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <vector>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 namespace klova::rig {
@@ -29,6 +30,11 @@ public:
     void press(xcb_keysym_t symbol) { pressCode(keyCode(symbol)); }
     void release(xcb_keysym_t symbol) { releaseCode(keyCode(symbol)); }
     void tap(xcb_keysym_t symbol);
+    /// One after the other, released in the order in which they were pressed.
+    void press(const std::vector<xcb_keysym_t>& symbols);
+    void release(const std::vector<xcb_keysym_t>& symbols);
+    /// Taps `symbol` while the others are held.
+    void chord(const std::vector<xcb_keysym_t>& held, xcb_keysym_t symbol);
     void pressCode(xcb_keycode_t code) { sendKey(XCB_KEY_PRESS, code); }
     void releaseCode(xcb_keycode_t code) { sendKey(XCB_KEY_RELEASE, code); }
 

@@ -10,7 +10,7 @@ namespace klova::rig {
 namespace {
 
 Process start(VirtualDesktop& desktop, const std::filesystem::path& binary) {
-    const auto settings = desktop.session().config() / "klova" / "preferences.json";
+    const auto settings = desktop.session().preferences();
     if (!std::filesystem::exists(settings))
         writeFile(settings, R"({"isNotFirstTime": true, "activationKeys": [55, 59],
  "LoadsOnStartup": false, "maximizingEnabled": true, "centeringEnabled": true,
@@ -40,9 +40,9 @@ void Klova::wakeKeyboard() {
     auto& display = desktop_.display();
     for (int i = 0; i < 3; ++i) {
         holdActivationKeys();
-        waitUntil(display, "arming", [&] { return keyboardGrabbed(display); });
+        awaitKeyboardGrab(display);
         releaseActivationKeys();
-        waitUntil(display, "disarming", [&] { return !keyboardGrabbed(display); });
+        awaitKeyboardGrab(display, false);
     }
 }
 
@@ -58,10 +58,8 @@ void Klova::releaseActivationKeys() {
 }
 
 void Klova::snap(const SnapGesture& gesture) {
-    for (const auto key : gesture.keys)
-        hands_.press(key);
-    for (const auto key : gesture.keys)
-        hands_.release(key);
+    hands_.press(gesture.keys);
+    hands_.release(gesture.keys);
 }
 
 void Klova::click(std::uint8_t button) {

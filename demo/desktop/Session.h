@@ -22,6 +22,8 @@ public:
     const std::filesystem::path& directory() const { return directory_.path(); }
     std::filesystem::path home() const { return directory() / "home"; }
     std::filesystem::path config() const { return home() / ".config"; }
+    /// Klova's settings file.
+    std::filesystem::path preferences() const { return config() / "klova" / "preferences.json"; }
 
     /// The clock of programs that start from now on, and of those that were started since the first
     /// call: the real one and this much, as in "-400d". Time that only grows is not touched.

@@ -111,6 +111,18 @@ void TestWindow::unmap() {
     display_.roundTrip();
 }
 
+void TestWindow::withdraw() {
+    unmap();
+    xcb_unmap_notify_event_t withdrawal{};
+    withdrawal.response_type = XCB_UNMAP_NOTIFY;
+    withdrawal.event = display_.root();
+    withdrawal.window = id_;
+    xcb_send_event(display_.get(), 0, display_.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&withdrawal));
+    display_.roundTrip();
+}
+
 void TestWindow::destroy() {
     xcb_destroy_window(display_.get(), id_);
     display_.roundTrip();

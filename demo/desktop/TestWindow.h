@@ -59,6 +59,8 @@ public:
     void takeFocus();
 
     void unmap();
+    /// The same, and tells the manager, which does not see that of an iconic window (ICCCM).
+    void withdraw();
     void map();
     void destroy();
 

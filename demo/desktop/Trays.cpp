@@ -98,6 +98,10 @@ std::string announcedBy(VirtualDesktop& desktop) {
     return std::regex_search(answer, found, std::regex("'(:[^/]+)/")) ? found.str(1) : "";
 }
 
+std::ostream& operator<<(std::ostream& stream, const MenuEntry& entry) {
+    return stream << (entry.enabled ? "" : "disabled ") << entry.title;
+}
+
 std::vector<MenuEntry> announcedMenu(VirtualDesktop& desktop) {
     const auto layout = callBus(desktop, announcedBy(desktop), "/MenuBar",
                                 "com.canonical.dbusmenu.GetLayout", {"0", "-1", "[]"});

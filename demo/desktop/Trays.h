@@ -3,6 +3,7 @@
 
 #include "desktop/VirtualDesktop.h"
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -41,6 +42,7 @@ struct MenuEntry {
         return title == other.title && enabled == other.enabled;
     }
 };
+std::ostream& operator<<(std::ostream& stream, const MenuEntry& entry);
 
 /// The announced menu's entries from top to bottom, without separators.
 std::vector<MenuEntry> announcedMenu(VirtualDesktop& desktop);

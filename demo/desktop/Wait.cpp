@@ -49,4 +49,10 @@ void require(Display& display, const std::string& what, const std::function<bool
         throw std::runtime_error("no " + what);
 }
 
+void awaitOutput(Display& display, const Process& program, const std::string& part) {
+    require(
+        display, part, [&] { return program.output().find(part) != std::string::npos; },
+        [&] { return program.output(); });
+}
+
 } // namespace klova::rig

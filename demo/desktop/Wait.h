@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/Display.h"
+#include "desktop/Process.h"
 
 #include <chrono>
 #include <functional>
@@ -22,5 +23,8 @@ bool waitUntil(Display& display, const std::string& what, const std::function<bo
 void require(Display& display, const std::string& what, const std::function<bool()>& predicate,
              const std::function<std::string()>& describe = {},
              std::chrono::milliseconds deadline = kDeadline);
+
+/// Waits until the program has written `part`; throws as well.
+void awaitOutput(Display& display, const Process& program, const std::string& part);
 
 } // namespace klova::rig

@@ -160,6 +160,13 @@ std::optional<xcb_window_t> unmanagedWindow(Display& display, const std::string&
     return std::nullopt;
 }
 
+xcb_window_t awaitUnmanaged(Display& display, const std::string& name) {
+    std::optional<xcb_window_t> window;
+    require(display, "unmanaged window of " + name,
+            [&] { return (window = unmanagedWindow(display, name)).has_value(); });
+    return window.value();
+}
+
 Rect clientArea(Display& display, xcb_window_t window) {
     const auto geometryCookie = xcb_get_geometry(display.get(), window);
     const auto placeCookie = xcb_translate_coordinates(display.get(), window, display.root(), 0, 0);
@@ -239,16 +246,29 @@ bool unmaximize(Display& display, xcb_window_t window) {
 
 bool minimize(Display& display, xcb_window_t window) {
     display.tellManager(window, "WM_CHANGE_STATE", {3});
-    return waitUntil(display, "minimized window", [&] { return isMinimized(display, window); });
+    return awaitMinimized(display, window);
+}
+
+bool awaitMinimized(Display& display, xcb_window_t window, bool minimized) {
+    return waitUntil(display, minimized ? "minimized window" : "reopened window",
+                     [&] { return isMinimized(display, window) == minimized; });
+}
+
+bool awaitActive(Display& display, xcb_window_t window) {
+    return waitUntil(display, "active window", [&] { return activeWindow(display) == window; });
+}
+
+bool awaitFrame(Display& display, xcb_window_t window, const Rect& visible, int slack) {
+    return waitUntil(
+        display, "window at " + toText(visible),
+        [&] { return near(visibleFrame(display, window), visible, slack); },
+        [&] { return toText(visibleFrame(display, window)); });
 }
 
 bool place(Display& display, xcb_window_t window, const Rect& visible, int slack) {
     unmaximize(display, window);
     requestFrame(display, window, visible);
-    return waitUntil(
-        display, "window at " + toText(visible),
-        [&] { return near(visibleFrame(display, window), visible, slack); },
-        [&] { return toText(visibleFrame(display, window)); });
+    return awaitFrame(display, window, visible, slack);
 }
 
 SizeLimits sizeLimits(Display& display, xcb_window_t window) {

@@ -35,6 +35,8 @@ xcb_window_t awaitWindow(Display& display, Process& process);
 /// A window on show whose class or instance starts with `name` and that no manager has put into a
 /// frame, such as a menu.
 std::optional<xcb_window_t> unmanagedWindow(Display& display, const std::string& name);
+/// Waits for it. Throws std::runtime_error where none appears.
+xcb_window_t awaitUnmanaged(Display& display, const std::string& name);
 
 /// The rectangle a person takes for the window: borders and title included, shadows not.
 Rect visibleFrame(Display& display, xcb_window_t window);
@@ -57,6 +59,10 @@ bool activate(Display& display, xcb_window_t window);
 bool maximize(Display& display, xcb_window_t window);
 bool unmaximize(Display& display, xcb_window_t window);
 bool minimize(Display& display, xcb_window_t window);
+/// The same for who asked otherwise.
+bool awaitMinimized(Display& display, xcb_window_t window, bool minimized = true);
+bool awaitActive(Display& display, xcb_window_t window);
+bool awaitFrame(Display& display, xcb_window_t window, const Rect& visible, int slack = 0);
 /// Un-maximizes first. Windows of fixed or stepped sizes need `slack` pixels.
 bool place(Display& display, xcb_window_t window, const Rect& visible, int slack = 0);
 
