@@ -1,68 +1,14 @@
-// What breaks around Klova, and that nobody is left with a stuck key or without gestures.
-#include "desktop/Grabs.h"
-#include "desktop/Klova.h"
-#include "desktop/ManagerBarrier.h"
+// What breaks in the middle of a gesture, and that nobody is left with a stuck key or without
+// gestures.
 #include "desktop/Relay.h"
-#include "desktop/SmallDisk.h"
-#include "desktop/TestWindow.h"
-#include "desktop/Trays.h"
-#include "desktop/Wait.h"
-
-#include <algorithm>
-#include <csignal>
-#include <gtest/gtest.h>
+#include "e2e/KlovaTest.h"
 
 using namespace klova::rig;
-using namespace std::chrono_literals;
 
 namespace {
 
-class FaultsTest : public testing::Test {
+class FaultsTest : public KlovaTest {
 protected:
-    void start() {
-        klova.emplace(desktop, KLOVA_BINARY);
-        klova->hands().setSpacing(2ms);
-    }
-    Injector& hands() { return klova->hands(); }
-
-    void focus(xcb_window_t window) {
-        if (managerWindow(display) != XCB_WINDOW_NONE)
-            activate(display, window);
-        xcb_set_input_focus(display.get(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
-        display.roundTrip();
-    }
-
-    bool awaitGrab(bool held = true) {
-        return waitUntil(display, held ? "arming" : "disarming",
-                         [&] { return keyboardGrabbed(display) == held; });
-    }
-
-    void expectPlace(xcb_window_t window, Place place, const std::string& what) {
-        EXPECT_EQ(klova->awaitPlace(window, place, desktop.server().screen()), "") << what;
-    }
-
-    void expectNothingStuck(const std::string& after) {
-        EXPECT_TRUE(waitUntil(
-            display, "free input", [&] { return stuckInput(display).empty(); },
-            [&] { return stuckInput(display); }))
-            << after;
-        const auto said = klova->process().output();
-        EXPECT_TRUE(klova->process().running()) << after << said;
-        EXPECT_EQ(said.find("refused"), std::string::npos) << after << said;
-    }
-
-    /// The window is snapped to two sides, and nothing is left behind.
-    void expectGestures(xcb_window_t window, const std::string& after) {
-        focus(window);
-        for (const auto& gesture : {snapGestures()[0], snapGestures()[1]}) {
-            klova->holdActivationKeys();
-            klova->snap(gesture);
-            klova->releaseActivationKeys();
-            expectPlace(window, gesture.place, gesture.name + " after " + after);
-        }
-        expectNothingStuck(after);
-    }
-
     /// The first half of a drag to the right, or of a key's gesture; the fault; and the rest, which
     /// a window that lives obeys.
     void interrupt(xcb_window_t window, bool dragging, bool lives,
@@ -71,7 +17,7 @@ protected:
         const auto client = clientArea(display, window);
         hands().movePointer(100, 500);
         klova->holdActivationKeys();
-        awaitGrab();
+        awaitKeyboardGrab(display);
         if (dragging)
             klova->beginDrag(101, 500);
         fault();
@@ -89,10 +35,6 @@ protected:
         const auto now = clientArea(display, window);
         EXPECT_EQ(std::pair(now.width, now.height), std::pair(client.width, client.height));
     }
-
-    VirtualDesktop desktop;
-    Display& display = desktop.display();
-    std::optional<Klova> klova;
 };
 
 /// A gesture, done with the activation keys held.
@@ -118,7 +60,7 @@ TEST_P(DestroyedWindowTest, BetweenAnyTwoRequests) {
             klova->holdActivationKeys();
             klova->click(3);
             klova->releaseActivationKeys();
-            require(display, "minimizing", [&] { return isMinimized(display, window.id()); });
+            ASSERT_TRUE(awaitMinimized(display, window.id()));
         }
         const auto look = [&] { // at what the gesture is to change
             return std::pair(visibleFrame(display, window.id()), isMinimized(display, window.id()));
@@ -214,135 +156,6 @@ INSTANTIATE_TEST_SUITE_P(Manager, ManagerFaultsTest,
                                     (std::get<1>(test.param) ? "InADrag" : "BeforeAKey");
                          });
 
-TEST_F(FaultsTest, AScreenLockerHasKeyboardAndMouseToItself) {
-    start();
-    TestWindow window(display.name());
-    expectGestures(window.id(), "nothing");
-    const auto before = visibleFrame(display, window.id());
-    for (const bool armed : {false, true}) {
-        if (armed) {
-            klova->holdActivationKeys();
-            ASSERT_TRUE(awaitGrab());
-        }
-        Process locker = desktop.launch({"i3lock", "--nofork"});
-        require(display, "the locker",
-                [&] { return unmanagedWindow(display, "i3lock").has_value(); });
-        if (armed)
-            klova->releaseActivationKeys(); // for which the locker waits
-        ASSERT_TRUE(awaitGrab());
-        hands().pressButton(1);
-        klova->holdActivationKeys();
-        hands().tap(XKB_KEY_Left);
-        hands().movePointer(400 + armed, 400);
-        hands().movePointer(500, 400);
-        hands().releaseButton(1);
-        hands().click(3);
-        klova->releaseActivationKeys();
-        ASSERT_TRUE(ManagerBarrier(display.name()).pass());
-        EXPECT_EQ(visibleFrame(display, window.id()), before);
-        EXPECT_FALSE(isMinimized(display, window.id()));
-        EXPECT_TRUE(locker.running() && keyboardGrabbed(display));
-        locker.signal(SIGTERM);
-        locker.waitExit(kDeadline);
-        expectGestures(window.id(), "a locker");
-    }
-}
-
-class ForeignGrabTest
-    : public FaultsTest,
-      public testing::WithParamInterface<std::tuple<xcb_keysym_t, Protocol, bool>> {};
-
-TEST_P(ForeignGrabTest, OfTheCombinationIsOvercomeOrOutlived) {
-    const auto [key, protocol, before] = GetParam();
-    const std::uint32_t control = key == XKB_KEY_Left ? XCB_MOD_MASK_CONTROL : 0;
-    auto other = std::make_unique<Display>(display.name());
-    if (!before)
-        start();
-    reserveKey(*other, Injector(display.name()).keyCode(key), XCB_MOD_MASK_4 | control, protocol);
-    if (before)
-        start();
-    TestWindow window(display.name());
-    klova->holdActivationKeys(); // whoever was beaten is the newest again after that
-    klova->releaseActivationKeys();
-    expectNothingStuck("the other program's turn");
-    if (key == XKB_KEY_Left || protocol == Protocol::core || !before)
-        expectGestures(window.id(), "the other program's turn");
-    else // which nobody can take from it
-        EXPECT_NE(klova->process().output().find("another program holds"), std::string::npos);
-    other.reset();
-    klova->holdActivationKeys();
-    klova->releaseActivationKeys();
-    expectGestures(window.id(), "the other program's end");
-}
-
-INSTANTIATE_TEST_SUITE_P(Keys, ForeignGrabTest,
-                         testing::Combine(testing::Values(XKB_KEY_Left, XKB_KEY_Control_L),
-                                          testing::Values(Protocol::core, Protocol::xinput2),
-                                          testing::Bool()));
-
-class BusFaultsTest : public FaultsTest, public testing::WithParamInterface<std::string> {};
-
-TEST_P(BusFaultsTest, LeavesTheGesturesAlone) {
-    std::optional<Process> tray;
-    if (GetParam() == "Absent")
-        desktop.session().setVariable("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
-    else
-        tray.emplace(startNotifierHost(desktop));
-    start();
-    if (tray)
-        require(display, "Klova's icon", [&] { return !announcedBy(desktop).empty(); });
-    desktop.session().signalBus(GetParam() == "Killed" ? SIGKILL : SIGSTOP);
-    TestWindow window(display.name());
-    for (int i = 0; i < 5; ++i) // each tells the tray of another icon, twice
-        expectGestures(window.id(), GetParam());
-    desktop.session().signalBus(SIGCONT);
-    expectGestures(window.id(), "the bus goes on");
-    desktop.session().signalBus(SIGSTOP);
-    klova->process().signal(SIGTERM);
-    EXPECT_EQ(klova->process().waitExit(kDeadline), 0);
-    desktop.session().signalBus(SIGKILL);
-}
-
-INSTANTIATE_TEST_SUITE_P(Bus, BusFaultsTest, testing::Values("Absent", "Killed", "Stopped"),
-                         [](const auto& test) { return test.param; });
-
-TEST_F(FaultsTest, AFullOrReadOnlyDiskKeepsTheSettingsWhole) {
-    const auto settings = desktop.session().config() / "klova" / "preferences.json";
-    std::optional<SmallDisk> disk;
-    try {
-        disk.emplace(settings.parent_path(), 64 << 10);
-    } catch (const std::system_error& error) {
-        GTEST_SKIP() << "NOT TESTED: this machine permits no disk of one's own: " << error.what();
-    }
-    const Process monitor = desktop.launch({"dbus-monitor", "member=Notify"});
-    const auto tray = startNotifierHost(desktop);
-    start();
-    require(display, "Klova's icon", [&] { return !announcedBy(desktop).empty(); });
-    choose(desktop, announcedEntry(desktop, "Preferences…"));
-    const auto panel = awaitWindow(display, klova->process());
-    require(display, "the panel's focus", [&] { return activeWindow(display) == panel; });
-    hands().tap(XKB_KEY_Tab); // to the first key, which Space takes and gives back
-    for (const bool full : {true, false}) {
-        const auto before = readFile(settings);
-        full ? disk->setFull(true) : disk->setReadOnly(true);
-        hands().tap(XKB_KEY_space);
-        require(display, "the message", [&] {
-            const std::string reason = full ? "No space left" : "Read-only";
-            return klova->process().output().find(reason) != std::string::npos &&
-                   monitor.output().find(reason) != std::string::npos;
-        });
-        EXPECT_EQ(readFile(settings), before);
-        full ? disk->setFull(false) : disk->setReadOnly(false);
-        hands().tap(XKB_KEY_space);
-        hands().tap(XKB_KEY_space);
-        EXPECT_TRUE(waitUntil(display, "the save", [&] { return readFile(settings) != before; }));
-        EXPECT_TRUE(readFile(settings).ends_with("}\n")) << readFile(settings);
-    }
-    hands().tap(XKB_KEY_Escape);
-    TestWindow window(display.name());
-    expectGestures(window.id(), "saving");
-}
-
 TEST_F(FaultsTest, TheClockIsSetBack) {
     Process terminal = desktop.launch({"xterm"}); // of fixed steps: put right after a while
     const auto window = awaitWindow(display, terminal);
@@ -378,20 +191,17 @@ TEST_F(FaultsTest, AKeyboardIsUnpluggedWhileItsKeysAreHeld) {
     for (const auto& row : rows) {
         const auto& [going, staying] = row;
         const auto name = "row " + std::to_string(&row - rows);
-        std::ranges::for_each(going, [&](auto key) { others.press(key); });
+        others.press(going);
         others.roundTrip();
-        std::ranges::for_each(staying, [&](auto key) { hands().press(key); });
+        hands().press(staying);
         if (&row != rows)
-            awaitGrab();
+            awaitKeyboardGrab(display);
         others.setPlugged(false);
-        EXPECT_TRUE(awaitGrab(false)) << "armed without its keys: " << name;
-        std::ranges::for_each(staying, [&](auto key) { hands().release(key); });
+        EXPECT_TRUE(awaitKeyboardGrab(display, false)) << "armed without its keys: " << name;
+        hands().release(staying);
         expectGestures(window.id(), name);
         others.setPlugged(true);
-        const auto& both = rows[1].first;
-        std::ranges::for_each(both, [&](auto key) { others.press(key); });
-        others.tap(XKB_KEY_Down);
-        std::ranges::for_each(both, [&](auto key) { others.release(key); });
+        others.chord(rows[1].first, XKB_KEY_Down);
         expectPlace(window.id(), Place::bottom, "back again: " + name);
         expectNothingStuck(name);
     }

@@ -39,22 +39,14 @@ protected:
             [&] { return klova.output(); });
     }
 
-    static void expectSaid(const Process& klova, const std::string& part) {
-        EXPECT_NE(klova.output().find(part), std::string::npos) << klova.output();
-    }
-
     std::optional<int> quitWithT(Process& klova) {
-        keyboard.press(XKB_KEY_Super_L);
-        keyboard.press(XKB_KEY_Control_L);
-        keyboard.tap(XKB_KEY_t);
-        keyboard.release(XKB_KEY_Control_L);
-        keyboard.release(XKB_KEY_Super_L);
+        keyboard.chord({XKB_KEY_Super_L, XKB_KEY_Control_L}, XKB_KEY_t);
         return klova.waitExit(kDeadline);
     }
 
     VirtualDesktop desktop;
     Injector keyboard{desktop.server().display()};
-    std::filesystem::path settings = desktop.session().config() / "klova" / "preferences.json";
+    std::filesystem::path settings = desktop.session().preferences();
 };
 
 TEST_F(ProgramTest, theFirstRunWritesTheSettingsAndLaterOnesLeaveThemAlone) {
@@ -62,7 +54,8 @@ TEST_F(ProgramTest, theFirstRunWritesTheSettingsAndLaterOnesLeaveThemAlone) {
     for (const int signal : {SIGINT, SIGTERM}) {
         Process klova = start();
         ASSERT_TRUE(awaitStart(klova));
-        expectSaid(klova, signal == SIGINT ? "Opened for First Time!\n" : "[55, 59]\n");
+        awaitOutput(desktop.display(), klova,
+                    signal == SIGINT ? "Opened for First Time!\n" : "[55, 59]\n");
         klova.signal(signal);
         EXPECT_EQ(klova.waitExit(kDeadline), 0);
         EXPECT_EQ(withoutBlanks(readFile(settings)), kFirstSettings);
@@ -101,9 +94,8 @@ TEST_F(ProgramTest, saysThatTheServerHasGone) {
         Display display(server.display());
         Injector hands(server.display());
         if (armed) {
-            hands.press(XKB_KEY_Super_L);
-            hands.press(XKB_KEY_Control_L);
-            require(display, "arming", [&] { return keyboardGrabbed(display); });
+            hands.press({XKB_KEY_Super_L, XKB_KEY_Control_L});
+            ASSERT_TRUE(awaitKeyboardGrab(display));
         }
         server.signal(signal);
         EXPECT_EQ(klova.waitExit(kDeadline), 69);
@@ -137,7 +129,7 @@ TEST_F(ProgramTest, stopsAtImpossibleKeys) {
     writeFile(settings, R"({"isNotFirstTime": true, "activationKeys": [70000]})");
     Process klova = start();
     EXPECT_EQ(klova.waitExit(kDeadline), 70);
-    expectSaid(klova, settings.native() + ": activationKeys holds 70000");
+    awaitOutput(desktop.display(), klova, settings.native() + ": activationKeys holds 70000");
 }
 
 } // namespace

@@ -28,7 +28,7 @@ protected:
 
     xcb_window_t awaitPanel() {
         const auto panel = awaitWindow(display, *klova);
-        require(display, "the panel's focus", [&] { return activeWindow(display) == panel; });
+        EXPECT_TRUE(awaitActive(display, panel));
         return panel;
     }
     bool panelGoes() {
@@ -47,31 +47,19 @@ protected:
                 const auto menu = announcedMenu(desktop);
                 return std::ranges::find(menu, MenuEntry{title, enabled, ""}) != menu.end();
             },
-            [&] { return menuText(); });
-    }
-    std::string menuText() {
-        std::string text;
-        for (const auto& entry : announcedMenu(desktop))
-            text += (entry.enabled ? "\n" : "\ndisabled ") + entry.title;
-        return text;
+            [&] { return testing::PrintToString(announcedMenu(desktop)); });
     }
 
-    static const AccessibleObject* find(const std::vector<AccessibleObject>& objects,
-                                        const std::string& name) {
-        const auto found = std::ranges::find_if(objects, [&](const AccessibleObject& object) {
-            return object.name == name && object.showing;
-        });
-        return found == objects.end() ? nullptr : &*found;
+    std::optional<AccessibleObject> find(const std::string& name) const {
+        for (const AccessibleObject& object : bus.objects())
+            if (object.name == name && object.showing)
+                return object;
+        return std::nullopt;
     }
     AccessibleObject awaitSeen(const std::string& name) {
-        AccessibleObject seen;
-        require(display, name, [&] {
-            const auto all = bus.objects();
-            const auto* found = find(all, name);
-            seen = found != nullptr ? *found : seen;
-            return found != nullptr;
-        });
-        return seen;
+        std::optional<AccessibleObject> seen;
+        require(display, name, [&] { return (seen = find(name)).has_value(); });
+        return seen.value();
     }
     std::string focused() const {
         const auto all = bus.objects();
@@ -119,9 +107,7 @@ protected:
         return std::regex_search(text, found, entry) ? found.str(1) : "";
     }
     bool settingBecomes(const std::string& key, const std::string& value) {
-        return waitUntil(
-            display, key + " " + value, [&] { return setting(key) == value; },
-            [&] { return setting(key); });
+        return waitUntil(display, key + " " + value, [&] { return setting(key) == value; });
     }
 
     VirtualDesktop desktop;
@@ -132,7 +118,7 @@ protected:
     std::optional<Process> klova;
 
 private:
-    std::filesystem::path settings_ = desktop.session().config() / "klova" / "preferences.json";
+    std::filesystem::path settings_ = desktop.session().preferences();
 };
 
 TEST_F(ShellTest, theFirstStartLeadsThroughTheTour) {
@@ -177,26 +163,20 @@ TEST_F(ShellTest, theAboutPanelIsReadMovedAndClosed) {
     EXPECT_EQ(controls(), (Controls{{"dialog", "About Klova"},
                                     {"label", "Version " + number},
                                     {"push button", "Close"}}));
-    const Rect before = clientArea(display, panel);
+    const Rect before = visibleFrame(display, panel);
     const Rect label = awaitSeen("KLOVA").area;
     hands.movePointer(label.x + 5, label.y + 5);
     hands.pressButton(1);
     // The window manager takes over from the first step on.
     EXPECT_TRUE(waitUntil(display, "the panel to follow", [&, step = 0]() mutable {
         hands.movePointer(label.x + 6 + step++ % 2, label.y + 5);
-        return clientArea(display, panel) != before;
+        return visibleFrame(display, panel) != before;
     }));
     hands.movePointer(label.x + 105, label.y - 75);
-    EXPECT_TRUE(waitUntil(
-        display, "the panel to move",
-        [&] {
-            const Rect now = clientArea(display, panel);
-            return std::abs(now.x - before.x - 100) <= 2 && std::abs(now.y - before.y + 80) <= 2;
-        },
-        [&] { return toText(before) + " " + toText(clientArea(display, panel)); }));
+    const Rect moved{before.x + 100, before.y - 80, before.width, before.height};
+    EXPECT_TRUE(awaitFrame(display, panel, moved, 2));
     hands.releaseButton(1);
-    EXPECT_TRUE(
-        waitUntil(display, "the end of the drag", [&] { return !keyboardGrabbed(display); }));
+    EXPECT_TRUE(awaitKeyboardGrab(display, false)) << "the end of the drag";
     hands.tap(XKB_KEY_Escape);
     EXPECT_TRUE(panelGoes());
     EXPECT_TRUE(menuShows("About Klova", true));
@@ -214,14 +194,6 @@ protected:
             tabTo(control);
             hands.tap(XKB_KEY_space);
         }
-    }
-
-    void chord(xcb_keysym_t first, xcb_keysym_t second, xcb_keysym_t arrow) {
-        hands.press(first);
-        hands.press(second);
-        hands.tap(arrow);
-        hands.release(second);
-        hands.release(first);
     }
 };
 
@@ -267,11 +239,10 @@ TEST_P(PreferencesTest, areSavedAndInForceAtOnce) {
         EXPECT_TRUE(settingBecomes(row.key, row.value));
         EXPECT_TRUE(menuShows(row.menu, false));
         const auto shown = [&] {
-            const auto all = bus.objects();
-            const auto* used = find(all, row.control);
-            return used != nullptr && used->checked == row.checked &&
-                   (find(all, few) != nullptr) == (row.hint == few) &&
-                   (find(all, none) != nullptr) == (row.hint == none);
+            const auto used = find(row.control);
+            return used && used->checked == row.checked &&
+                   find(few).has_value() == (row.hint == few) &&
+                   find(none).has_value() == (row.hint == none);
         };
         EXPECT_TRUE(waitUntil(display, row.control + ", hint \"" + row.hint + '"', shown));
     }
@@ -282,13 +253,10 @@ TEST_P(PreferencesTest, areSavedAndInForceAtOnce) {
     ASSERT_TRUE(activate(display, window.id()));
     hands.roundTrip();
     window.takeInput();
-    chord(XKB_KEY_Super_L, XKB_KEY_Control_L, XKB_KEY_Left); // no more
-    chord(XKB_KEY_Alt_L, XKB_KEY_Control_L, XKB_KEY_Right);
+    hands.chord({XKB_KEY_Super_L, XKB_KEY_Control_L}, XKB_KEY_Left); // no more
+    hands.chord({XKB_KEY_Alt_L, XKB_KEY_Control_L}, XKB_KEY_Right);
     const Rect right = target(Place::right, desktop.server().screen());
-    EXPECT_TRUE(waitUntil(
-        display, "the window on the right",
-        [&] { return visibleFrame(display, window.id()) == right; },
-        [&] { return toText(visibleFrame(display, window.id())); }));
+    EXPECT_TRUE(awaitFrame(display, window.id(), right));
     const auto input = window.takeInput();
     const auto came = [&](xcb_keysym_t key) {
         return std::ranges::count(input, hands.keyCode(key), &InputRecord::detail);

@@ -11,12 +11,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-Rect awaitUnmanaged(Display& display, const std::string& name) {
-    require(display, "a window of " + name,
-            [&] { return unmanagedWindow(display, name).has_value(); });
-    return clientArea(display, unmanagedWindow(display, name).value_or(XCB_WINDOW_NONE));
-}
-
 TEST(StartTest, whereItIsNotTrustedANotificationSaysWhyAndTheAlertEndsIt) {
     VirtualDesktop desktop;
     Session& session = desktop.session();
@@ -28,18 +22,8 @@ TEST(StartTest, whereItIsNotTrustedANotificationSaysWhyAndTheAlertEndsIt) {
     ASSERT_EQ(xauth.waitExit(kDeadline), 0) << xauth.output();
     const Process monitor = session.launch({"dbus-monitor", "member=Notify"});
     const Process daemon = session.launch({"dunst"});
-    const auto awaitOnBus = [&](const std::string& word) {
-        return waitUntil(
-            desktop.display(), word,
-            [&] { return monitor.output().find(word) != std::string::npos; },
-            [&] { return monitor.output(); });
-    };
-    ASSERT_TRUE(awaitOnBus("NameLost")) << "which says that it listens";
-    struct Row {
-        const XServer& server;
-        std::string reason;
-        xcb_keysym_t answer; // 0: a click on OK
-    };
+    awaitOutput(desktop.display(), monitor, "NameLost");               // which says that it listens
+    using Row = std::tuple<const XServer&, std::string, xcb_keysym_t>; // 0: a click on OK
     for (const auto& [server, reason, answer] :
          {Row{secure, "does not trust", 0}, Row{withoutRandR, "RandR 1.5", XKB_KEY_Escape},
           Row{secure, "", XKB_KEY_Return}}) {
@@ -50,8 +34,8 @@ TEST(StartTest, whereItIsNotTrustedANotificationSaysWhyAndTheAlertEndsIt) {
         Process klova = session.launch({KLOVA_BINARY});
         Display display(server.display());
         Injector hands(server.display());
-        const Rect alert = awaitUnmanaged(display, "klova");
-        EXPECT_TRUE(awaitOnBus(reason));
+        const Rect alert = clientArea(display, awaitUnmanaged(display, "klova"));
+        awaitOutput(desktop.display(), monitor, reason);
         awaitUnmanaged(desktop.display(), "Dunst");
         EXPECT_TRUE(klova.running());
         hands.movePointer(alert.right() - 60, alert.bottom() - 35);
@@ -67,7 +51,7 @@ TEST(StartTest, whereItIsNotTrustedANotificationSaysWhyAndTheAlertEndsIt) {
 TEST(StartTest, aSecondStartOpensThePreferencesOfTheFirstUnlessBothAreNew) {
     VirtualDesktop desktop;
     Display& display = desktop.display();
-    writeFile(desktop.session().config() / "klova" / "preferences.json",
+    writeFile(desktop.session().preferences(),
               R"({"isNotFirstTime": true, "activationKeys": [55, 59]})");
     const auto begin = std::chrono::steady_clock::now();
     const auto age = [&] { return std::chrono::steady_clock::now() - begin; };
@@ -76,22 +60,16 @@ TEST(StartTest, aSecondStartOpensThePreferencesOfTheFirstUnlessBothAreNew) {
     while (!windowOfProcess(display, first.id()) && age() < kDeadline)
         ASSERT_EQ(desktop.launch({KLOVA_BINARY}).waitExit(kDeadline), 0);
     EXPECT_GE(age(), 5s);
-    const auto panel = awaitWindow(display, first);
-    EXPECT_TRUE(waitUntil(display, "the focus", [&] { return activeWindow(display) == panel; }));
+    EXPECT_TRUE(awaitActive(display, awaitWindow(display, first)));
 }
 
 TEST(StartTest, withoutActivationKeysANotificationSaysThatTQuits) {
     VirtualDesktop desktop;
-    writeFile(desktop.session().config() / "klova" / "preferences.json",
-              R"({"isNotFirstTime": true, "activationKeys": []})");
+    writeFile(desktop.session().preferences(), R"({"isNotFirstTime": true, "activationKeys": []})");
     const Process monitor = desktop.launch({"dbus-monitor", "member=Notify"});
-    const auto awaitOnBus = [&](const std::string& word) {
-        require(desktop.display(), word,
-                [&] { return monitor.output().find(word) != std::string::npos; });
-    };
-    awaitOnBus("NameLost");
+    awaitOutput(desktop.display(), monitor, "NameLost");
     Process klova = desktop.launch({KLOVA_BINARY});
-    awaitOnBus("The key T quits");
+    awaitOutput(desktop.display(), monitor, "The key T quits");
     Injector hands(desktop.server().display());
     hands.tap(XKB_KEY_Shift_L);
     require(desktop.display(), "all keys to be kept",

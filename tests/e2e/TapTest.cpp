@@ -1,35 +1,23 @@
 // What reaches an application while Klova listens, and how exactly a drag follows the pointer.
+#include "e2e/KlovaTest.h"
 
-#include "desktop/Files.h"
-#include "desktop/Grabs.h"
-#include "desktop/Klova.h"
-#include "desktop/ManagerBarrier.h"
-#include "desktop/TestWindow.h"
-#include "desktop/Wait.h"
-
-#include <algorithm>
 #include <cmath>
-#include <gtest/gtest.h>
 #include <map>
 #include <numbers>
 
 using namespace klova::rig;
-using namespace std::chrono_literals;
 
 namespace {
 
-class TapTest : public testing::TestWithParam<std::string> {
+class TapTest : public KlovaTest, public testing::WithParamInterface<std::string> {
 protected:
-    TapTest() : desktop{{.windowManager = GetParam()}} {
+    TapTest() : KlovaTest({.windowManager = GetParam()}) {
         // Armed clicks are to change nothing here.
-        writeFile(desktop.session().config() / "klova" / "preferences.json",
+        writeFile(desktop.session().preferences(),
                   R"({"isNotFirstTime": true, "activationKeys": [55, 59], "LoadsOnStartup": false,
  "maximizingEnabled": false, "centeringEnabled": false, "deminimizeButton": 8})");
-        klova.emplace(desktop, KLOVA_BINARY);
+        start();
     }
-
-    Display& display() { return desktop.display(); }
-    Injector& hands() { return klova->hands(); }
 
     void add(xcb_keysym_t key) {
         hands().tap(key);
@@ -47,9 +35,9 @@ protected:
     /// with or without Klova.
     void awaitRest() {
         using Clock = std::chrono::steady_clock;
-        ManagerBarrier barrier(desktop.server().display());
+        ManagerBarrier barrier(display.name());
         auto restsSince = Clock::now();
-        waitUntil(display(), "a manager at rest", [&] {
+        waitUntil(display, "a manager at rest", [&] {
             const auto asked = Clock::now();
             barrier.pass();
             if (Clock::now() - asked > 10ms)
@@ -65,7 +53,7 @@ protected:
             hands().tap(XKB_KEY_x);
         }
         std::ptrdiff_t seen = 0;
-        waitUntil(display(), "the warm-up", [&] {
+        waitUntil(display, "the warm-up", [&] {
             seen += std::ranges::count(window.takeInput(), XCB_KEY_RELEASE, &InputRecord::type);
             return seen == 40;
         });
@@ -98,25 +86,20 @@ protected:
 
     void expectExactlyTheUnarmed(TestWindow& window) {
         std::vector<Seen> seen;
-        std::map<int, int> held;
-        waitUntil(display(), "all that is the window's", [&] {
+        std::map<int, bool> held;
+        waitUntil(display, "all that is the window's", [&] {
             for (const auto& record : window.takeInput())
                 if (!isModifier(record))
                     seen.push_back({record.type, record.detail});
-                else if (record.type == XCB_KEY_PRESS)
-                    held[record.detail] = 1;
                 else
-                    held[record.detail] = 0;
+                    held[record.detail] = record.type == XCB_KEY_PRESS;
             return seen.size() >= wanted.size();
         });
         const auto [at, other] = std::ranges::mismatch(seen, wanted);
         EXPECT_TRUE(at == seen.end() && other == wanted.end())
-            << seen.size() << " events instead of " << wanted.size() << "; from number "
-            << at - seen.begin() << " on: "
-            << testing::PrintToString(std::vector(at, at + std::min<long>(12, seen.end() - at)))
-            << " instead of "
-            << testing::PrintToString(
-                   std::vector(other, other + std::min<long>(12, wanted.end() - other)));
+            << at - seen.begin() << " of " << wanted.size() << " events, and then "
+            << testing::PrintToString(std::vector(at, seen.end())) << " instead of "
+            << testing::PrintToString(std::vector(other, wanted.end()));
         for (const auto& [key, isHeld] : held)
             EXPECT_FALSE(isHeld) << "the window was not told of the release of key " << key;
         EXPECT_TRUE(klova->process().running());
@@ -124,16 +107,13 @@ protected:
 
     using Seen = std::pair<int, int>; // type and detail
     std::vector<Seen> wanted;
-    VirtualDesktop desktop;
-    std::optional<Klova> klova;
 };
 
 TEST_P(TapTest, KeysAndClicksReachTheFocusedWindowOnlyUnarmed) {
-    TestWindow window(desktop.server().display());
-    ASSERT_TRUE(activate(display(), window.id()));
-    ASSERT_TRUE(place(display(), window.id(), {0, 0, 720, 900}));
+    TestWindow window(display.name());
+    ASSERT_TRUE(activate(display, window.id()));
+    ASSERT_TRUE(place(display, window.id(), {0, 0, 720, 900}));
     hands().movePointer(300, 300);
-    hands().setSpacing(2ms);
     warmUp(window);
     playChords(
         [&](int i) {
@@ -147,11 +127,10 @@ TEST_P(TapTest, KeysAndClicksReachTheFocusedWindowOnlyUnarmed) {
 
 TEST_P(TapTest, BothButtonsAreHeldBackOverAnyWindow) {
     // Where a window can be minimized the right button would do just that.
-    TestWindow window(desktop.server().display(), {.unmanaged = desktop.manager().minimizes()});
+    TestWindow window(display.name(), {.unmanaged = desktop.manager().minimizes()});
     awaitRest();
     window.takeFocus();
     hands().movePointer(300, 300);
-    hands().setSpacing(2ms);
     playChords([&](int i) { hands().click(i % 2 == 0 ? 1 : 3); }, true);
     expectExactlyTheUnarmed(window);
 }
@@ -159,8 +138,8 @@ TEST_P(TapTest, BothButtonsAreHeldBackOverAnyWindow) {
 TEST_P(TapTest, FastKeysAreExactToo) {
     if (GetParam() == "mutter")
         return; // it loses keys of its own at such a speed
-    TestWindow window(desktop.server().display());
-    ASSERT_TRUE(activate(display(), window.id()));
+    TestWindow window(display.name());
+    ASSERT_TRUE(activate(display, window.id()));
     for (const auto spacing : {200us, 50us}) {
         hands().setSpacing(spacing);
         playChords([&](int i) { hands().tap(i % 2 == 0 ? XKB_KEY_Left : XKB_KEY_k); }, false);
@@ -169,9 +148,9 @@ TEST_P(TapTest, FastKeysAreExactToo) {
 }
 
 TEST_P(TapTest, AThousandStepsOfADragMoveTheWindowByThePointersWay) {
-    TestWindow window(desktop.server().display());
-    ASSERT_TRUE(activate(display(), window.id()));
-    ASSERT_TRUE(place(display(), window.id(), {500, 300, 400, 300}));
+    TestWindow window(display.name());
+    ASSERT_TRUE(activate(display, window.id()));
+    ASSERT_TRUE(place(display, window.id(), {500, 300, 400, 300}));
     awaitRest();
     awaitRest();
     constexpr int steps = 1000;
@@ -190,10 +169,7 @@ TEST_P(TapTest, AThousandStepsOfADragMoveTheWindowByThePointersWay) {
     klova->releaseActivationKeys();
     const Rect end{500 + pointAt(steps).first - pointAt(1).first,
                    300 + pointAt(steps).second - pointAt(1).second, 400, 300};
-    EXPECT_TRUE(waitUntil(
-        display(), "the end of the drag at " + toText(end),
-        [&] { return visibleFrame(display(), window.id()) == end; },
-        [&] { return toText(visibleFrame(display(), window.id())); }, 5s));
+    EXPECT_TRUE(awaitFrame(display, window.id(), end));
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktops, TapTest, testing::ValuesIn(windowManagerNames()),

@@ -6,13 +6,8 @@
 
 #include <csignal>
 #include <gtest/gtest.h>
-#include <ostream>
 
-namespace klova::rig {
-
-void PrintTo(const MenuEntry& entry, std::ostream* out) {
-    *out << (entry.enabled ? "" : "disabled ") << entry.title;
-}
+using namespace klova::rig;
 
 namespace {
 
@@ -25,12 +20,9 @@ protected:
     std::optional<Rect> find(std::uint32_t colour) {
         constexpr int rows = 64;
         const auto width = desktop.server().screen().width;
-        auto* x = desktop.display().get();
-        const auto image = owned(xcb_get_image_reply(
-            x,
-            xcb_get_image(x, XCB_IMAGE_FORMAT_Z_PIXMAP, desktop.display().root(), 0, 0,
-                          static_cast<std::uint16_t>(width), rows, ~0U),
-            nullptr));
+        const auto asked = xcb_get_image(display.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, display.root(),
+                                         0, 0, static_cast<std::uint16_t>(width), rows, ~0U);
+        const auto image = owned(xcb_get_image_reply(display.get(), asked, nullptr));
         const auto* pixels =
             reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get()));
         for (int i = 0; i < width * rows; ++i)
@@ -40,16 +32,11 @@ protected:
     }
 
     bool awaitIcon(std::uint32_t shown, std::uint32_t gone) {
-        return waitUntil(desktop.display(), "the icon to change",
-                         [&] { return find(shown) && !find(gone); });
-    }
-
-    std::optional<Rect> findMenu() {
-        const auto menu = unmanagedWindow(desktop.display(), "klova");
-        return menu ? std::optional(clientArea(desktop.display(), *menu)) : std::nullopt;
+        return waitUntil(display, "the icon to change", [&] { return find(shown) && !find(gone); });
     }
 
     VirtualDesktop desktop;
+    Display& display = desktop.display();
 };
 
 TEST_F(TrayTest, theIconIsInWhateverTrayThereIsAndShowsWhetherTheGesturesAreArmed) {
@@ -58,7 +45,7 @@ TEST_F(TrayTest, theIconIsInWhateverTrayThereIsAndShowsWhetherTheGesturesAreArme
          {startNotifierHost, startEmbeddingTray, startNotifierHost, startEmbeddingTray}) {
         Process tray = startTray(desktop);
         // The host of this panel comes a little after its other tray.
-        ASSERT_TRUE(waitUntil(desktop.display(), "the tray's kind of icon", [&] {
+        ASSERT_TRUE(waitUntil(display, "the tray's kind of icon", [&] {
             return announcedBy(desktop).empty() == (startTray == startEmbeddingTray);
         }));
         ASSERT_TRUE(awaitIcon(kResting, kArmed)) << "in a tray that came later";
@@ -67,8 +54,7 @@ TEST_F(TrayTest, theIconIsInWhateverTrayThereIsAndShowsWhetherTheGesturesAreArme
         klova.releaseActivationKeys();
         EXPECT_TRUE(awaitIcon(kResting, kArmed));
         tray.signal(SIGKILL);
-        ASSERT_TRUE(
-            waitUntil(desktop.display(), "the tray to go", [&] { return !find(kResting); }));
+        ASSERT_TRUE(waitUntil(display, "the tray to go", [&] { return !find(kResting); }));
     }
     EXPECT_TRUE(klova.process().running());
 }
@@ -87,9 +73,7 @@ TEST_F(TrayTest, aClickOnTheEmbeddedIconOpensTheMenuWhoseLastEntryQuits) {
         ASSERT_TRUE(awaitIcon(kResting, kArmed));
         klova.hands().click(button);
         // Not by asking for its grab, which would be in its way.
-        ASSERT_TRUE(
-            waitUntil(desktop.display(), "the menu", [&] { return findMenu().has_value(); }));
-        const Rect menu = findMenu().value_or(Rect{});
+        const Rect menu = clientArea(display, awaitUnmanaged(display, "klova"));
         klova.hands().movePointer(menu.x + menu.width / 2, menu.y + menu.height - 16);
         klova.hands().click(1);
         EXPECT_EQ(klova.process().waitExit(kDeadline), 0);
@@ -98,29 +82,21 @@ TEST_F(TrayTest, aClickOnTheEmbeddedIconOpensTheMenuWhoseLastEntryQuits) {
 
 TEST_F(TrayTest, theAnnouncedMenuListsEveryGestureWithItsKeys) {
     const auto tray = startNotifierHost(desktop);
-    writeFile(desktop.session().config() / "klova" / "preferences.json",
+    writeFile(desktop.session().preferences(),
               R"({"isNotFirstTime": true, "activationKeys": [59, 55], "deminimizeButton": 8,
                   "maximizingEnabled": true, "centeringEnabled": false})");
     Klova klova(desktop, KLOVA_BINARY);
     ASSERT_TRUE(awaitIcon(kResting, kArmed));
-    const std::vector<MenuEntry> wanted{
-        {"Activation Keys: Ctrl⌘", false, ""},
-        {"Dragging: Ctrl⌘ + Left Mouse", false, ""},
-        {"Minimizing: Ctrl⌘ + Right Mouseclick", false, ""},
-        {"Reopen minimized Window: Ctrl⌘ + C", false, ""},
-        {"Maximizing: Ctrl⌘ + Left Doubleclick", false, ""},
-        {"Left: Ctrl⌘ + ←", false, ""},
-        {"Right: Ctrl⌘ + →", false, ""},
-        {"Top: Ctrl⌘ + ↑", false, ""},
-        {"Bottom: Ctrl⌘ + ↓", false, ""},
-        {"Top Left: Ctrl⌘ + ←↑", false, ""},
-        {"Top Right: Ctrl⌘ + ↑→", false, ""},
-        {"Bottom Left: Ctrl⌘ + ←↓", false, ""},
-        {"Bottom Right: Ctrl⌘ + ↓→", false, ""},
-        {"Preferences…", true, ""},
-        {"About Klova", true, ""},
-        {"Quit KLOVA: Ctrl⌘ + T", true, ""},
-    };
+    std::vector<MenuEntry> wanted;
+    for (const char* shown :
+         {"Activation Keys: Ctrl⌘", "Dragging: Ctrl⌘ + Left Mouse",
+          "Minimizing: Ctrl⌘ + Right Mouseclick", "Reopen minimized Window: Ctrl⌘ + C",
+          "Maximizing: Ctrl⌘ + Left Doubleclick", "Left: Ctrl⌘ + ←", "Right: Ctrl⌘ + →",
+          "Top: Ctrl⌘ + ↑", "Bottom: Ctrl⌘ + ↓", "Top Left: Ctrl⌘ + ←↑", "Top Right: Ctrl⌘ + ↑→",
+          "Bottom Left: Ctrl⌘ + ←↓", "Bottom Right: Ctrl⌘ + ↓→"})
+        wanted.push_back({shown, false, ""});
+    for (const char* offered : {"Preferences…", "About Klova", "Quit KLOVA: Ctrl⌘ + T"})
+        wanted.push_back({offered, true, ""});
     EXPECT_EQ(announcedMenu(desktop), wanted);
     EXPECT_EQ(callBus(desktop, announcedBy(desktop), "/StatusNotifierItem",
                       "org.freedesktop.DBus.Properties.Get",
@@ -132,4 +108,3 @@ TEST_F(TrayTest, theAnnouncedMenuListsEveryGestureWithItsKeys) {
 }
 
 } // namespace
-} // namespace klova::rig
