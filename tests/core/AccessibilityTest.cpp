@@ -4,12 +4,10 @@
 namespace klova::test {
 namespace {
 
-class AccessibilityTest : public CoreTest {
-protected:
-    AccessibilityElement element{sim, window};
-};
+class AccessibilityTest : public CoreTest {};
 
 TEST_F(AccessibilityTest, readsAreAbsentUnlessTheKindFitsAndNothingIsWrittenForThem) {
+    AccessibilityElement element(sim, window);
     EXPECT_EQ(element.position(), (Point{50, 60}));
     EXPECT_EQ(element.size(), (Size{300, 200}));
     EXPECT_EQ(element.pid(), 7);

@@ -1,6 +1,10 @@
 #include "core/SimulatedDesktop.h"
 #include "input/ActivationKeys.h"
 #include "settings/DataStorageManager.h"
+#include "settings/LoginController.h"
+
+#include <barrier>
+#include <future>
 
 namespace klova::test {
 namespace {
@@ -62,6 +66,20 @@ TEST_F(SettingsTest, aNumberThatIsNoKeyCodeStopsTheProcess) {
                   "/home/somebody/preferences.json: activationKeys holds " + std::string(text) +
                       ", which is no key code");
     }
+}
+
+TEST_F(SettingsTest, concurrentFirstCallsForTheLoginItemsShareOneHandle) {
+    loginItems = &desktop.loginItems;
+    std::barrier start(8);
+    std::vector<std::future<LSSharedFileListRef>> callers(8);
+    for (auto& caller : callers)
+        caller = std::async(std::launch::async, [&] {
+            start.arrive_and_wait();
+            return LoginController::sharedFileList();
+        });
+    for (auto& caller : callers)
+        EXPECT_EQ(caller.get(), LoginController::sharedFileList());
+    EXPECT_EQ(sim.takeLog(), Log{"create list"});
 }
 
 } // namespace

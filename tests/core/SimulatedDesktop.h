@@ -35,9 +35,12 @@ struct SimulatedElement : AXUIElement {
 using ElementPtr = std::shared_ptr<SimulatedElement>;
 
 struct SimulatedItem : LSSharedFileListItem {
-    explicit SimulatedItem(std::optional<FileReference> file) : program(std::move(file)) {}
-    std::optional<FileReference> program;
+    explicit SimulatedItem(FileReference file) : program(std::move(file)) {}
+    FileReference program;
 };
+
+/// As the log has it.
+std::string textOf(const AXAttributeValue& value);
 
 inline const SimulatedElement& simulated(const AXUIElementRef& element) {
     return dynamic_cast<const SimulatedElement&>(*element);
@@ -55,6 +58,10 @@ class SimulatedDesktop final : public AccessibilityService,
                                public Application,
                                public LoginItems,
                                public ApplicationDelegate {
+    using ElementRef = const AXUIElementRef&;
+    using Item = LSSharedFileListItem;
+    using Items = std::vector<LSSharedFileListItemRef>;
+
 public:
     SimulatedDesktop();
     ~SimulatedDesktop() override;
@@ -63,9 +70,22 @@ public:
     /// What happened since the last call: reads, writes, diagnostic lines ("> ") and the like.
     Log takeLog() { return std::exchange(log_, {}); }
 
-    ElementPtr application(ProcessId process); ///< always the same for one process
-    static ElementPtr window(const std::string& name, ProcessId process, const Frame& frame);
-    void focus(const ElementPtr& window); ///< of the application that is then the frontmost
+    ElementPtr application(ProcessId process) { ///< always the same for one process
+        const auto element = std::make_shared<SimulatedElement>("app" + std::to_string(process));
+        return applications_.try_emplace(process, element).first->second;
+    }
+    static ElementPtr window(const std::string& name, ProcessId process, const Frame& frame) {
+        auto element = std::make_shared<SimulatedElement>(name, process);
+        element->attributes[ax::role].value = std::string(ax::windowRole);
+        element->attributes[ax::position].value = AXValue(frame.origin);
+        element->attributes[ax::size].value = AXValue(frame.size);
+        return element;
+    }
+    void focus(const ElementPtr& window) { ///< of the application that is then the frontmost
+        frontmost = {window->process.value_or(0), {}, {}};
+        auto& answer = application(frontmost->processIdentifier)->attributes[ax::focusedWindow];
+        answer.value = AXUIElementRef(window);
+    }
     void unfocus() { application(frontmost->processIdentifier)->attributes.clear(); }
     void send(const Event& event); ///< to every monitor that watches the type
 
@@ -84,23 +104,38 @@ public:
     using Stored = std::variant<bool, std::int64_t, std::vector<StoredValue>>;
     std::map<std::string_view, Stored> stored;
     FileReference bundle{"/usr/bin/klova", {1, 10}};
-    std::vector<LSSharedFileListItemRef> items; ///< opened at login
+    Items items; ///< opened at login
 
     AXUIElementRef AXUIElementCreateSystemWide() override {
         note("create system-wide");
         return std::make_shared<SimulatedElement>("system");
     }
     AXUIElementRef AXUIElementCreateApplication(ProcessId id) override { return application(id); }
-    AXCopyResult AXUIElementCopyAttributeValue(const AXUIElementRef& element,
-                                               std::string_view attribute) override;
-    void AXUIElementSetAttributeValue(const AXUIElementRef& element, std::string_view attribute,
-                                      const AXAttributeValue& value) override;
-    AXUIElementRef AXUIElementCopyElementAtPosition(const AXUIElementRef& element, float x,
-                                                    float y) override;
-    std::optional<ProcessId> AXUIElementGetPid(const AXUIElementRef& element) override {
+    AXCopyResult AXUIElementCopyAttributeValue(ElementRef element, std::string_view name) override {
+        note("read " + simulated(element).name + " " + std::string(name));
+        const auto found = simulated(element).attributes.find(name);
+        return found != simulated(element).attributes.end() ? found->second : AXCopyResult{-1, {}};
+    }
+    void AXUIElementSetAttributeValue(ElementRef element, std::string_view name,
+                                      const AXAttributeValue& value) override {
+        note("set " + simulated(element).name + " " + std::string(name) + " " + textOf(value));
+        simulated(element).attributes[name] = {0, value};
+    }
+    AXUIElementRef AXUIElementCopyElementAtPosition(ElementRef element, float x, float y) override {
+        note("hit " + simulated(element).name);
+        return elementsAt.contains({x, y}) ? elementsAt[{x, y}] : nullptr;
+    }
+    std::optional<ProcessId> AXUIElementGetPid(ElementRef element) override {
         return simulated(element).process;
     }
-    bool AXIsProcessTrustedWithOptions(bool prompt) override;
+    bool AXIsProcessTrustedWithOptions(bool prompt) override {
+        note(prompt ? "prompt" : "trusted?");
+        if (trusted.empty())
+            return true;
+        const bool answer = trusted.back();
+        trusted.pop_back();
+        return answer;
+    }
     std::optional<RunningApplication> frontmostApplication() override { return frontmost; }
     std::vector<RunningApplication> runningApplications() override { return running; }
     std::optional<std::vector<Screen>> screens() override {
@@ -116,7 +151,13 @@ public:
     void CGEventTapEnable(EventTapPort&, bool on) override { note(on ? "tap on" : "tap off"); }
     void activationKeysChanged(EventTapPort&) override {}
     std::optional<MonitorId> addGlobalMonitorForEventsMatchingMask(std::uint64_t mask,
-                                                                   Handler handler) override;
+                                                                   Handler handler) override {
+        if (monitors_.size() == monitorsGranted)
+            return std::nullopt;
+        monitors_[MonitorId{++lastMonitor_}] = {mask, std::move(handler)};
+        note("add monitor " + std::to_string(lastMonitor_) + " " + std::to_string(mask));
+        return MonitorId{lastMonitor_};
+    }
     void removeMonitor(MonitorId monitor) override {
         monitors_.erase(monitor);
         note("remove monitor " + std::to_string(static_cast<std::uint64_t>(monitor)));
@@ -156,18 +197,15 @@ public:
         note("create list");
         return std::make_shared<LSSharedFileList>();
     }
-    std::vector<LSSharedFileListItemRef> LSSharedFileListCopySnapshot(LSSharedFileList&) override {
-        return items;
-    }
-    std::optional<FileReference>
-    LSSharedFileListItemResolve(const LSSharedFileListItem& item) override {
+    Items LSSharedFileListCopySnapshot(LSSharedFileList&) override { return items; }
+    std::optional<FileReference> LSSharedFileListItemResolve(const Item& item) override {
         return dynamic_cast<const SimulatedItem&>(item).program;
     }
     LSSharedFileListItemRef LSSharedFileListInsertItemURL(LSSharedFileList&,
                                                           const FileReference& program) override {
         return items.emplace_back(std::make_shared<SimulatedItem>(program));
     }
-    void LSSharedFileListItemRemove(LSSharedFileList&, const LSSharedFileListItem& item) override {
+    void LSSharedFileListItemRemove(LSSharedFileList&, const Item& item) override {
         std::erase_if(items, [&](const auto& held) { return held.get() == &item; });
     }
     FileReference mainBundle() override { return bundle; }

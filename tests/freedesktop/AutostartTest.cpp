@@ -1,14 +1,12 @@
+#include "desktop/Files.h"
 #include "platform/UniqueDescriptor.h"
 #include "platform/freedesktop/AutostartItems.h"
 #include "platform/freedesktop/ProgramFile.h"
 #include "settings/LoginController.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fcntl.h>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <map>
 #include <poll.h>
 #include <sys/stat.h>
@@ -22,9 +20,6 @@ namespace {
 class AutostartTest : public testing::Test {
 protected:
     AutostartTest() {
-        std::string pattern = testing::TempDir() + "klova-XXXXXX";
-        home = ::mkdtemp(pattern.data());
-        folder = home / "autostart";
         ::setenv("PATH", (home.native() + "/bin:/usr/bin:/bin").c_str(), 1);
         use(script("bin/klova"));
         ::mkfifo((home / "pipe").c_str(), 0600);
@@ -33,14 +28,12 @@ protected:
     ~AutostartTest() override {
         loginItems = nullptr;
         fs::current_path("/");
-        fs::remove_all(home);
     }
 
     /// A program that says in the pipe that it runs.
     fs::path script(const std::string& name) const {
-        fs::create_directories((home / name).parent_path());
-        std::ofstream(home / name)
-            << "#!/bin/sh\necho started >'" << (home / "pipe").native() << "'\n";
+        rig::writeFile(home / name,
+                       "#!/bin/sh\necho started >'" + (home / "pipe").native() + "'\n");
         fs::permissions(home / name, fs::perms(0755));
         return home / name;
     }
@@ -49,15 +42,12 @@ protected:
         LoginController::resetSharedFileList();
     }
     void put(const std::string& name, const std::string& text) const {
-        fs::create_directories(folder);
-        std::ofstream(folder / name) << text;
+        rig::writeFile(folder / name, text);
     }
     std::map<std::string, std::string> files() const {
         std::map<std::string, std::string> found;
-        for (const auto& entry : fs::directory_iterator(folder)) {
-            std::ifstream stream(entry.path());
-            found[entry.path().filename()] = {std::istreambuf_iterator<char>(stream), {}};
-        }
+        for (const auto& entry : fs::directory_iterator(folder))
+            found[entry.path().filename()] = rig::readFile(entry.path());
         return found;
     }
 
@@ -73,7 +63,8 @@ protected:
         }
     }
 
-    fs::path home, folder;
+    const rig::TemporaryDirectory directory;
+    const fs::path home = directory.path(), folder = home / "autostart";
     UniqueDescriptor pipe;
     std::optional<AutostartItems> items;
 };
@@ -160,7 +151,7 @@ TEST_F(AutostartTest, whatCannotBeAddedLeavesNothingBehind) {
     use(script("not text \xFF"));
     LoginController::setOpensAtLogin(true);
     EXPECT_FALSE(fs::exists(folder));
-    std::ofstream(folder) << "no folder";
+    rig::writeFile(folder, "no folder");
     use(script("bin/klova"));
     LoginController::setOpensAtLogin(true);
     EXPECT_FALSE(LoginController::opensAtLogin());

@@ -1,44 +1,29 @@
 #include "platform/freedesktop/JsonPreferencesStore.h"
 
+#include "desktop/Files.h"
+
 #include <algorithm>
-#include <cstdlib>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using namespace klova;
+using rig::readFile, rig::writeFile;
 namespace fs = std::filesystem;
 
 namespace {
 
 using Values = std::optional<std::vector<StoredValue>>;
 
-std::string contents(const fs::path& path) {
-    std::ifstream stream(path);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 class JsonPreferencesStoreTest : public testing::Test {
 protected:
-    JsonPreferencesStoreTest() {
-        std::string pattern = testing::TempDir() + "klova-XXXXXX";
-        folder = ::mkdtemp(pattern.data());
-        file = folder / "klova" / "preferences.json";
-        draft = file.native() + ".new";
-    }
-    ~JsonPreferencesStoreTest() override { fs::remove_all(folder); }
-
-    void put(const std::string& text) const {
-        fs::create_directories(file.parent_path());
-        std::ofstream(file) << text;
-    }
     auto filesInFolder() const {
         return std::distance(fs::directory_iterator(file.parent_path()), fs::directory_iterator());
     }
 
-    fs::path folder, file, draft;
+    const rig::TemporaryDirectory folder;
+    const fs::path file = folder.path() / "klova" / "preferences.json";
+    const fs::path draft = file.native() + ".new";
 };
 
 TEST_F(JsonPreferencesStoreTest, readsEachKindAndCoercesNone) {
@@ -55,7 +40,7 @@ TEST_F(JsonPreferencesStoreTest, readsEachKindAndCoercesNone) {
         {"[55, \"x\", true, null, [1]]", false, 0, Values{{55L, "x", true, {}, {}}}},
         {"[-1, 5.5, 18446744073709551615, 1e20]", false, 0, Values{{-1L, 5.5, 0x1p64, 1e20}}}};
     for (const auto& [json, boolean, integer, array] : rows) {
-        put("{\"k\": " + json + "}");
+        writeFile(file, "{\"k\": " + json + "}");
         JsonPreferencesStore store(file);
         EXPECT_EQ(store.boolForKey("k"), boolean) << json;
         EXPECT_EQ(store.integerForKey("k"), integer) << json;
@@ -70,12 +55,12 @@ TEST_F(JsonPreferencesStoreTest, savesWithoutLosingWhatItDoesNotKnow) {
     EXPECT_EQ(fs::status(file).permissions(), fs::perms(0600));
     EXPECT_EQ(fs::status(file.parent_path()).permissions(), fs::perms(0700));
 
-    put(R"({"theirs": {"deep": 1.5}, "k": 8})");
+    writeFile(file, R"({"theirs": {"deep": 1.5}, "k": 8})");
     fs::permissions(file, fs::perms(0640));
-    std::ofstream(draft) << std::string(5000, '}'); // left by a save that was killed
+    writeFile(draft, std::string(5000, '}')); // left by a save that was killed
     JsonPreferencesStore store(file);
     store.setArray(std::vector<StoredValue>{55L}, "k");
-    EXPECT_EQ(contents(file), "{\n    \"theirs\": {\n        \"deep\": 1.5\n    },\n"
+    EXPECT_EQ(readFile(file), "{\n    \"theirs\": {\n        \"deep\": 1.5\n    },\n"
                               "    \"k\": [\n        55\n    ]\n}\n");
     fs::last_write_time(file, {});
     store.setArray(std::vector<StoredValue>{55L}, "k");
@@ -87,7 +72,7 @@ TEST_F(JsonPreferencesStoreTest, savesWithoutLosingWhatItDoesNotKnow) {
     fs::create_symlink("../elsewhere.json", file);
     JsonPreferencesStore(file).setBool(true, "k");
     EXPECT_TRUE(fs::is_symlink(file));
-    EXPECT_TRUE(JsonPreferencesStore(folder / "elsewhere.json").boolForKey("k"));
+    EXPECT_TRUE(JsonPreferencesStore(folder.path() / "elsewhere.json").boolForKey("k"));
 }
 
 TEST_F(JsonPreferencesStoreTest, keepsEachBrokenFileAndStartsAfresh) {
@@ -100,12 +85,12 @@ TEST_F(JsonPreferencesStoreTest, keepsEachBrokenFileAndStartsAfresh) {
                                  "{\"k\": " + deep + std::string(deep.size(), ']') + "}",
                                  std::string(2'000'000, ' ')};
     for (const std::string& text : texts) {
-        put(text);
+        writeFile(file, text);
         testing::internal::CaptureStderr();
         JsonPreferencesStore store(file);
         const std::string said = testing::internal::GetCapturedStderr();
         EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
-        EXPECT_EQ(contents(kept), text);
+        EXPECT_EQ(readFile(kept), text);
         store.setBool(true, "k");
         kept = file.native() + ".broken." + std::to_string(filesInFolder() - 1);
     }
@@ -117,7 +102,7 @@ TEST_F(JsonPreferencesStoreTest, keepsEachBrokenFileAndStartsAfresh) {
 }
 
 TEST_F(JsonPreferencesStoreTest, aFailedSaveIsSaidOnceAndMadeUpForLater) {
-    put("{\"k\": 1}");
+    writeFile(file, "{\"k\": 1}");
     fs::create_directories(draft);
     JsonPreferencesStore store(file);
     testing::internal::CaptureStderr();
@@ -126,7 +111,7 @@ TEST_F(JsonPreferencesStoreTest, aFailedSaveIsSaidOnceAndMadeUpForLater) {
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
     EXPECT_EQ(store.integerForKey("k"), 3);
-    EXPECT_EQ(contents(file), "{\"k\": 1}");
+    EXPECT_EQ(readFile(file), "{\"k\": 1}");
     fs::remove(draft);
     store.setInteger(3, "k");
     EXPECT_EQ(JsonPreferencesStore(file).integerForKey("k"), 3);

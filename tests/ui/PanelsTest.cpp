@@ -82,12 +82,10 @@ TEST_F(PanelsTest, openAndCloseAsOftenAsAsked) {
 
 TEST_F(PanelsTest, areNeverSavedOrLoaded) {
     AboutDocument document;
-    for (const bool reading : {true, false}) {
-        StatusError error;
-        if (reading)
-            EXPECT_FALSE(document.readFromData("data", "type", error));
-        else
-            EXPECT_EQ(document.dataOfType("type", error), std::nullopt);
+    StatusError reading, saving;
+    EXPECT_FALSE(document.readFromData("data", "type", reading));
+    EXPECT_EQ(document.dataOfType("type", saving), std::nullopt);
+    for (const StatusError& error : {reading, saving}) {
         EXPECT_EQ(error.domain, "NSOSStatusErrorDomain");
         EXPECT_EQ(error.code, -4);
     }

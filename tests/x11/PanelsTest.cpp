@@ -80,12 +80,9 @@ TEST_F(PanelsTest, areCutOutOnlyWhileThereIsNoCompositor) {
 
 TEST_F(PanelsTest, getTheFocusWithoutAnInputEventOfTheirOwn) {
     const rig::TestWindow other(desktop.server().display());
-    ASSERT_TRUE(rig::waitUntil(desktop.display(), "the other's focus",
-                               [&] { return rig::activeWindow(desktop.display()) == other.id(); }));
+    ASSERT_TRUE(rig::awaitActive(desktop.display(), other.id()));
     panels.activate(window.id());
-    EXPECT_TRUE(rig::waitUntil(desktop.display(), "the panel's focus", [&] {
-        return rig::activeWindow(desktop.display()) == window.id();
-    }));
+    EXPECT_TRUE(rig::awaitActive(desktop.display(), window.id()));
     panels.activate(0x7FFFFFF); // a window that is gone
     connection.roundTrip();
     while (auto event = connection.poll())

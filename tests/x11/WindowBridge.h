@@ -34,8 +34,7 @@ public:
     rig::Display& display() { return desktop.display(); }
 
     void pump() {
-        while (auto event = connection.poll())
-        {
+        while (auto event = connection.poll()) {
             windowManager.handle(*event);
             screens.handle(*event);
             service.handle(*event);
@@ -107,11 +106,6 @@ public:
     rig::Rect screen() { return desktop.server().screen(); }
     rig::Rect visible(xcb_window_t window) { return rig::visibleFrame(display(), window); }
 
-    bool setFullscreen(xcb_window_t window) {
-        display().tellManager(window, "_NET_WM_STATE",
-                              {1, display().atom("_NET_WM_STATE_FULLSCREEN"), 0, 2});
-        return until("fullscreen window", [&] { return isFullscreen(window); });
-    }
     bool isFullscreen(xcb_window_t window) {
         return rig::hasState(display(), window, "_NET_WM_STATE_FULLSCREEN");
     }

@@ -9,147 +9,128 @@ namespace {
 
 using rig::Place;
 
-class Windows : public testing::TestWithParam<std::string> {
+/// A window that has the focus.
+class Windows : public WindowBridge, public testing::TestWithParam<std::string> {
 protected:
-    WindowBridge bridge{GetParam()};
+    Windows() : WindowBridge(GetParam()) {}
+
+    std::optional<rig::TestWindow> window{name()};
+    const AXUIElementRef element = focus(window->id());
 };
 
 INSTANTIATE_TEST_SUITE_P(Managers, Windows, testing::Values("openbox", "xfwm4"),
                          [](const auto& tested) { return tested.param; });
 
 TEST_P(Windows, KeepTheirSizeInADragAndLeaveFullscreenForASnapOnly) {
-    rig::TestWindow window(bridge.name());
-    ASSERT_TRUE(rig::maximize(bridge.display(), window.id()) && bridge.settle());
-    const auto before = bridge.visible(window.id());
-    bridge.write(bridge.focus(window.id()), ax::position, Point{10, 20});
-    ASSERT_TRUE(bridge.settle());
-    EXPECT_EQ(bridge.visible(window.id()), (rig::Rect{10, 20, before.width, before.height}));
+    ASSERT_TRUE(rig::maximize(display(), window->id()) && settle());
+    const auto before = visible(window->id());
+    write(element, ax::position, Point{10, 20});
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(visible(window->id()), (rig::Rect{10, 20, before.width, before.height}));
 
-    ASSERT_TRUE(bridge.setFullscreen(window.id()));
-    const auto element = bridge.focus(window.id());
-    bridge.write(element, ax::position, Point{50, 50});
-    ASSERT_TRUE(bridge.settle());
-    EXPECT_TRUE(bridge.isFullscreen(window.id()));
-    EXPECT_EQ(bridge.frame(bridge.focused())->origin, Point{}) << "a refused write stays written";
+    display().tellManager(window->id(), "_NET_WM_STATE",
+                          {1, display().atom("_NET_WM_STATE_FULLSCREEN"), 0, 2});
+    ASSERT_TRUE(until("fullscreen window", [&] { return isFullscreen(window->id()); }));
+    write(element, ax::position, Point{50, 50});
+    ASSERT_TRUE(settle());
+    EXPECT_TRUE(isFullscreen(window->id()));
+    EXPECT_EQ(frame(focused())->origin, Point{}) << "a refused write stays written";
 
-    const auto half = rig::target(Place::right, bridge.screen());
-    bridge.snap(element, frameOf(half));
-    EXPECT_EQ(bridge.frame(element), frameOf(half)) << "before the manager's answer";
-    ASSERT_TRUE(bridge.settle());
-    EXPECT_EQ(bridge.visible(window.id()), half);
-    EXPECT_FALSE(bridge.isFullscreen(window.id()));
+    const auto half = rig::target(Place::right, screen());
+    snap(element, frameOf(half));
+    EXPECT_EQ(frame(element), frameOf(half)) << "before the manager's answer";
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(visible(window->id()), half);
+    EXPECT_FALSE(isFullscreen(window->id()));
 }
 
 TEST_P(Windows, GetToTheirPlaceUnderAManagerThatIsLate) {
-    rig::TestWindow window(bridge.name());
-    const auto element = bridge.focus(window.id());
-    const auto half = rig::target(Place::right, bridge.screen());
-    const pid_t manager = bridge.desktop.manager().processId();
-    ::kill(manager, SIGSTOP);
-    bridge.snap(element, frameOf(half));
-    EXPECT_TRUE(bridge.until("end of patience", [&] { return !bridge.service.deadline(); }));
-    ::kill(manager, SIGCONT);
-    ASSERT_TRUE(bridge.settle());
-    EXPECT_EQ(bridge.visible(window.id()), half);
+    const auto half = rig::target(Place::right, screen());
+    desktop.manager().signal(SIGSTOP);
+    snap(element, frameOf(half));
+    EXPECT_TRUE(until("end of patience", [&] { return !service.deadline(); }));
+    desktop.manager().signal(SIGCONT);
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(visible(window->id()), half);
 }
 
 TEST_P(Windows, AreWholeOrNoneWhenTheyVanish) {
-    auto window = std::make_unique<rig::TestWindow>(bridge.name());
-    const auto element = bridge.focus(window->id());
-    const auto before = bridge.visible(window->id());
+    const auto before = visible(window->id());
     const auto id = window->id();
     window->destroy();
-    EXPECT_EQ(rectOf(bridge.frame(element).value()), before);
-    bridge.write(element, ax::position, Point{1, 1});
-    ASSERT_TRUE(bridge.until("the window's end",
-                             [&] { return !bridge.service.AXUIElementGetPid(element); }));
-    EXPECT_EQ(bridge.focused(), nullptr);
+    EXPECT_EQ(rectOf(frame(element).value()), before);
+    write(element, ax::position, Point{1, 1});
+    ASSERT_TRUE(until("the window's end", [&] { return !service.AXUIElementGetPid(element); }));
+    EXPECT_EQ(focused(), nullptr);
 
     // Closing the connection frees its range of ids: the next one gets the same.
     window.reset();
-    rig::TestWindow successor(bridge.name());
+    rig::TestWindow successor(name());
     ASSERT_EQ(successor.id(), id);
-    EXPECT_FALSE(bridge.read<bool>(element, ax::minimized));
-    bridge.write(element, ax::size, Size{700, 700});
-    ASSERT_TRUE(bridge.settle());
-    EXPECT_NE(bridge.visible(successor.id()).width, 700);
+    EXPECT_FALSE(read<bool>(element, ax::minimized));
+    write(element, ax::size, Size{700, 700});
+    ASSERT_TRUE(settle());
+    EXPECT_NE(visible(successor.id()).width, 700);
 }
 
 TEST_P(Windows, AreMinimizedAsTheNewestWishHasIt) {
-    rig::TestWindow window(bridge.name());
-    const auto element = bridge.focus(window.id());
     for (const bool last : {true, false}) {
-        bridge.write(element, ax::minimized, !last);
-        bridge.write(element, ax::minimized, last);
-        EXPECT_EQ(bridge.read<bool>(element, ax::minimized), last) << "before the answer";
-        ASSERT_TRUE(bridge.settle());
-        EXPECT_EQ(rig::isMinimized(bridge.display(), window.id()), last);
+        write(element, ax::minimized, !last);
+        write(element, ax::minimized, last);
+        EXPECT_EQ(read<bool>(element, ax::minimized), last) << "before the answer";
+        ASSERT_TRUE(settle());
+        EXPECT_EQ(rig::isMinimized(display(), window->id()), last);
     }
 }
 
 TEST_P(Windows, WithdrawnAreNotBroughtBack) {
-    rig::TestWindow window(bridge.name());
-    const auto element = bridge.focus(window.id());
-    bridge.write(element, ax::minimized, true);
-    ASSERT_TRUE(bridge.settle());
-    window.unmap();
-    // An iconic window is withdrawn by the synthetic notification alone.
-    xcb_unmap_notify_event_t withdrawal{};
-    withdrawal.response_type = XCB_UNMAP_NOTIFY;
-    withdrawal.event = bridge.display().root();
-    withdrawal.window = window.id();
-    xcb_send_event(bridge.display().get(), 0, bridge.display().root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&withdrawal));
-    ASSERT_TRUE(bridge.until("withdrawn window",
-                             [&] { return rig::managedWindows(bridge.display()).empty(); }));
-    bridge.write(element, ax::minimized, false);
-    ASSERT_TRUE(bridge.settle());
-    EXPECT_TRUE(rig::managedWindows(bridge.display()).empty());
+    write(element, ax::minimized, true);
+    ASSERT_TRUE(settle());
+    window->withdraw();
+    ASSERT_TRUE(until("withdrawn window", [&] { return rig::managedWindows(display()).empty(); }));
+    write(element, ax::minimized, false);
+    ASSERT_TRUE(settle());
+    EXPECT_TRUE(rig::managedWindows(display()).empty());
 }
 
 TEST_P(Windows, BelongToTheProcessThatMadeThem) {
-    ASSERT_EQ(bridge.workspace.frontmostApplication()->processIdentifier, kDesktopProcess);
-    EXPECT_EQ(bridge.focused(), nullptr);
-    rig::TestWindow window(bridge.name(), {.windowClass = "Liar", .process = 1});
-    const auto element = bridge.focus(window.id());
-    EXPECT_EQ(bridge.service.AXUIElementGetPid(element), ::getpid());
-    const auto applications = bridge.workspace.runningApplications();
+    window.reset();
+    ASSERT_TRUE(until("the window's end", [&] { return !focused(); }));
+    ASSERT_EQ(workspace.frontmostApplication()->processIdentifier, kDesktopProcess);
+    rig::TestWindow liar(name(), {.windowClass = "Liar", .process = 1});
+    EXPECT_EQ(service.AXUIElementGetPid(focus(liar.id())), ::getpid());
+    const auto applications = workspace.runningApplications();
     ASSERT_EQ(applications.size(), 1U);
     EXPECT_EQ(applications[0].processIdentifier, ::getpid());
     EXPECT_EQ(applications[0].bundleIdentifier, "Liar");
-    const auto windows = bridge.read<std::vector<AXUIElementRef>>(
-        bridge.service.AXUIElementCreateApplication(::getpid()), ax::windows);
+    const auto windows = read<std::vector<AXUIElementRef>>(
+        service.AXUIElementCreateApplication(::getpid()), ax::windows);
     ASSERT_EQ(windows.value().size(), 1U);
-    EXPECT_EQ(bridge.read<bool>(windows->front(), ax::focusedWindow), true);
+    EXPECT_EQ(read<bool>(windows->front(), ax::focusedWindow), true);
 
-    bridge.display().setValues(window.id(), "_NET_WM_WINDOW_TYPE", "ATOM",
-                               {bridge.display().atom("_NET_WM_WINDOW_TYPE_DESKTOP")});
-    bridge.display().roundTrip();
-    EXPECT_EQ(bridge.focused(), nullptr) << "the desktop's own window";
+    display().setValues(liar.id(), "_NET_WM_WINDOW_TYPE", "ATOM",
+                        {display().atom("_NET_WM_WINDOW_TYPE_DESKTOP")});
+    display().roundTrip();
+    EXPECT_EQ(focused(), nullptr) << "the desktop's own window";
 }
 
 TEST_P(Windows, AreFoundFromAnyPartOfTheirFrame) {
-    rig::TestWindow window(bridge.name());
-    ASSERT_TRUE(bridge.focus(window.id())); // and so on the screen
-    const auto frame = bridge.visible(window.id());
-    const auto area = rig::clientArea(bridge.display(), window.id());
-    for (const float y : {float(frame.y + 4), float(area.y + 50)}) {
-        auto element = bridge.service.AXUIElementCopyElementAtPosition(
-            bridge.service.AXUIElementCreateSystemWide(), float(area.x + 50), y);
-        while (element && bridge.read<std::string>(element, ax::role) != ax::windowRole)
-            element = bridge.read<AXUIElementRef>(element, ax::parent).value_or(nullptr);
-        ASSERT_TRUE(element) << "at y " << y;
-        EXPECT_EQ(rectOf(*bridge.frame(element)), frame);
+    const auto wanted = visible(window->id());
+    const auto area = rig::clientArea(display(), window->id());
+    for (const float y : {float(wanted.y + 4), float(area.y + 50)}) {
+        auto found = service.AXUIElementCopyElementAtPosition(service.AXUIElementCreateSystemWide(),
+                                                              float(area.x + 50), y);
+        while (found && read<std::string>(found, ax::role) != ax::windowRole)
+            found = read<AXUIElementRef>(found, ax::parent).value_or(nullptr);
+        ASSERT_TRUE(found) << "at y " << y;
+        EXPECT_EQ(rectOf(*frame(found)), wanted);
     }
 }
 
 TEST(WindowsWithoutManager, MoveAllTheSame) {
     WindowBridge bridge("");
     rig::TestWindow window(bridge.name());
-    xcb_set_input_focus(bridge.display().get(), XCB_INPUT_FOCUS_PARENT, window.id(),
-                        XCB_CURRENT_TIME);
-    bridge.display().roundTrip();
+    window.takeFocus();
     bridge.snap(bridge.focused(), {{30, 40}, {500, 600}});
     ASSERT_TRUE(bridge.until("end of all writes", [&] { return !bridge.service.deadline(); }));
     EXPECT_EQ(bridge.visible(window.id()), (rig::Rect{30, 40, 500, 600}));
