@@ -10,7 +10,10 @@ constexpr int kKilled = 128 + SIGKILL;
 
 class GuardTest : public KlovaTest {
 protected:
-    GuardTest() { start(); }
+    GuardTest() {
+        start();
+        window.emplace(display.name());
+    }
 
     void letGo() {
         hands().release(XKB_KEY_Left);
@@ -26,18 +29,18 @@ protected:
             display, "the keyboard and the pointer to be free",
             [&] { return !keyboardGrabbed(display) && !pointerGrabbed(display); }, {}, 2s));
         letGo();
-        window.takeFocus();
-        window.takeInput();
+        window->takeFocus();
+        window->takeInput();
         hands().tap(XKB_KEY_n);
         hands().movePointer(200, 200);
         hands().click(1);
         std::size_t heard = 0;
         EXPECT_TRUE(waitUntil(display, "a key and a click",
-                              [&] { return (heard += window.takeInput().size()) >= 4; }));
+                              [&] { return (heard += window->takeInput().size()) >= 4; }));
         EXPECT_EQ(klova->process().waitExit(kDeadline), kKilled);
     }
 
-    TestWindow window{display.name()};
+    std::optional<TestWindow> window;
 };
 
 TEST_F(GuardTest, freesTheKeyboardOfAProcessThatIsStoppedWhileArmed) {
