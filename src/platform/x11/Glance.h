@@ -37,11 +37,11 @@ public:
 private:
     Connection& connection_;
     xcb_window_t guess_;
-    xcb_get_property_cookie_t active_;
-    xcb_get_property_cookie_t clients_;
+    xcb_get_property_cookie_t active_{};
+    xcb_get_property_cookie_t clients_{};
     std::optional<SnapshotRequest> snapshot_;
     std::optional<NamesRequest> names_;
-    xcb_get_input_focus_cookie_t last_; ///< answered when all others are
+    xcb_get_input_focus_cookie_t last_{}; ///< answered when all others are
     bool lastTaken_ = false;
     bool taken_ = false;
 };
