@@ -1,26 +1,13 @@
 // The least that a drag can do: holds the left button with Super and Ctrl, and sends one request
 // for each motion of the pointer while it is down.
 
+#include "Request.h"
+
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <xcb/xinput.h>
 
 namespace {
-
-std::uint32_t number(const char* text) {
-    return static_cast<std::uint32_t>(std::strtol(text, nullptr, 10));
-}
-
-xcb_atom_t atom(xcb_connection_t* connection, const char* name) {
-    auto* reply = xcb_intern_atom_reply(
-        connection,
-        xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name),
-        nullptr);
-    const auto result = reply->atom;
-    std::free(reply);
-    return result;
-}
 
 void grab(xcb_connection_t* connection, xcb_window_t root, std::uint32_t modifiers) {
     const std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS |

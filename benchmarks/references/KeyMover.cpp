@@ -1,11 +1,12 @@
 // The least that a key can do: holds the left and the right arrow with Super and Ctrl, and sends
 // one request, made up beforehand, at each press.
 
+#include "Request.h"
+
 #include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <xcb/xinput.h>
 
 namespace {
@@ -16,20 +17,6 @@ struct Move {
     std::uint32_t key = 0;
     Message message{};
 };
-
-std::uint32_t number(const char* text) {
-    return static_cast<std::uint32_t>(std::strtol(text, nullptr, 10));
-}
-
-xcb_atom_t atom(xcb_connection_t* connection, const char* name) {
-    auto* reply = xcb_intern_atom_reply(
-        connection,
-        xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name),
-        nullptr);
-    const auto result = reply->atom;
-    std::free(reply);
-    return result;
-}
 
 void grab(xcb_connection_t* connection, xcb_window_t root, std::uint32_t key,
           std::uint32_t modifiers) {
