@@ -1,28 +1,12 @@
 #include "RequestCount.h"
 
+#include "desktop/Connections.h"
+
 #include <algorithm>
 #include <stdexcept>
-#include <vector>
-#include <xcb/res.h>
 
 namespace klova::bench {
 namespace {
-
-/// A client is known to the server by the resources that are its to name.
-std::vector<xcb_record_client_spec_t> clientsOf(rig::Display& display, pid_t process) {
-    const xcb_res_client_id_spec_t all{0, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const auto reply = rig::owned(xcb_res_query_client_ids_reply(
-        display.get(), xcb_res_query_client_ids(display.get(), 1, &all), nullptr));
-    if (!reply)
-        throw std::runtime_error("the X server does not tell whose its clients are");
-    std::vector<xcb_record_client_spec_t> clients;
-    auto each = xcb_res_query_client_ids_ids_iterator(reply.get());
-    for (; each.rem > 0; xcb_res_client_id_value_next(&each))
-        if (each.data->length == sizeof(std::uint32_t) &&
-            *xcb_res_client_id_value_value(each.data) == static_cast<std::uint32_t>(process))
-            clients.push_back(each.data->spec.client);
-    return clients;
-}
 
 /// How many requests follow one another in a part of the record.
 std::uint64_t requestsIn(const std::uint8_t* data, std::size_t size) {
@@ -42,7 +26,7 @@ std::uint64_t requestsIn(const std::uint8_t* data, std::size_t size) {
 
 RequestCount::RequestCount(const std::string& display, pid_t process)
     : control_(display), data_(display), context_(xcb_generate_id(control_.get())) {
-    const auto clients = clientsOf(control_, process);
+    const auto clients = rig::clientsOf(control_, process);
     if (clients.empty())
         throw std::runtime_error("the process to be counted is not connected");
     xcb_record_range_t everything{};

@@ -1,9 +1,10 @@
 #include "Usage.h"
 
+#include "desktop/Connections.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <vector>
 #include <xcb/res.h>
 
 namespace klova::stress {
@@ -32,19 +33,6 @@ long descriptors(pid_t process) {
     return gone ? 0 : std::distance(begin(all), end(all));
 }
 
-std::vector<std::uint32_t> clientsOf(rig::Display& display, pid_t process) {
-    const xcb_res_client_id_spec_t everybody{0, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const auto reply = rig::owned(xcb_res_query_client_ids_reply(
-        display.get(), xcb_res_query_client_ids(display.get(), 1, &everybody), nullptr));
-    std::vector<std::uint32_t> clients;
-    auto each = xcb_res_query_client_ids_ids_iterator(reply.get());
-    for (; each.rem > 0; xcb_res_client_id_value_next(&each))
-        if (each.data->length == sizeof(std::uint32_t) &&
-            *xcb_res_client_id_value_value(each.data) == static_cast<std::uint32_t>(process))
-            clients.push_back(each.data->spec.client);
-    return clients;
-}
-
 long resourcesOf(rig::Display& display, std::uint32_t client) {
     const auto reply = rig::owned(xcb_res_query_client_resources_reply(
         display.get(), xcb_res_query_client_resources(display.get(), client), nullptr));
@@ -61,7 +49,7 @@ Usage usageOf(rig::Display& display, pid_t process) {
     rig::owned(xcb_res_query_version_reply(display.get(),
                                            xcb_res_query_version(display.get(), 1, 2), nullptr));
     Usage usage{residentKib(process), descriptors(process), 0};
-    for (const auto client : clientsOf(display, process))
+    for (const auto client : rig::clientsOf(display, process))
         usage.xResources += resourcesOf(display, client);
     return usage;
 }
