@@ -6,7 +6,7 @@ build_packages=(
     qt6-base-dev qt6-svg-dev nlohmann-json3-dev libglib2.0-dev libgtest-dev
     libx11-dev libxcb1-dev libxcb-xinput-dev libxcb-randr0-dev libxcb-xkb-dev libxcb-res0-dev
     libxcb-xfixes0-dev libxcb-xtest0-dev libxcb-shape0-dev libxcb-composite0-dev libxcb-record0-dev
-    libxkbcommon-dev libxkbcommon-x11-dev
+    libxkbcommon-dev libxkbcommon-x11-dev librsvg2-bin
 )
 demo_packages=(
     xvfb dbus openbox tint2
@@ -27,6 +27,7 @@ bench_packages=(
     sxhkd wmctrl binutils
 )
 lint_packages=(clang-format clang-tidy)
+package_packages=(build-essential debhelper lintian desktop-file-utils appstream man-db)
 
 mkdir -p build
 
