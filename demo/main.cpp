@@ -1,9 +1,10 @@
-// klova-demo: starts a desktop of its own and plays every gesture on it, or takes pictures of
-// everything that Klova shows.
+// klova-demo: starts a desktop of its own and plays every gesture on it, leaves it to who opens it
+// in a browser, or takes pictures of everything that Klova shows.
 #include "Album.h"
 #include "Pictures.h"
 #include "Show.h"
 #include "Stage.h"
+#include "View.h"
 #include "desktop/Files.h"
 
 #include <QGuiApplication>
@@ -30,6 +31,7 @@ int usage() {
         names += " " + name;
     std::fprintf(stderr,
                  "usage: klova-demo [window manager]\n"
+                 "       klova-demo --view\n"
                  "       klova-demo --pictures <folder>\n"
                  "window managers:%s\n",
                  names.c_str());
@@ -62,6 +64,21 @@ int takePictures(const std::filesystem::path& folder, const std::filesystem::pat
     return 0;
 }
 
+int serve(const std::filesystem::path& build) {
+    demo::View view(build / "klova");
+    const auto port = std::to_string(view.port());
+    std::printf(
+        "%s  (from another machine, first there: ssh -NL %s:127.0.0.1:%s <this machine>)\n\n",
+        view.address().c_str(), port.c_str(), port.c_str());
+    std::puts(
+        "Hold Shift and Alt, which the desktop round your browser seldom keeps for itself; the\n"
+        "preferences, behind the icon in the corner, have the other keys. Whoever has the\n"
+        "address uses this desktop as you. Ctrl-C ends it.");
+    std::fflush(stdout);
+    view.serve();
+    return 0;
+}
+
 bool known(const std::string& manager) {
     const auto& names = rig::windowManagerNames();
     return std::find(names.begin(), names.end(), manager) != names.end();
@@ -72,7 +89,8 @@ bool known(const std::string& manager) {
 int main(int argc, char** argv) {
     const std::string first = argc > 1 ? argv[1] : "openbox";
     const bool pictures = first == "--pictures";
-    if (argc > 3 || (argc == 3) != pictures || (!pictures && !known(first)))
+    const bool view = first == "--view";
+    if (argc > 3 || (argc == 3) != pictures || (!pictures && !view && !known(first)))
         return usage();
     // For pictures and captions only: Qt needs no display to paint.
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -82,7 +100,7 @@ int main(int argc, char** argv) {
     const QGuiApplication painting(qtArgumentCount, argv);
     try {
         const auto build = std::filesystem::canonical("/proc/self/exe").parent_path();
-        return pictures ? takePictures(argv[2], build) : run(first, build);
+        return pictures ? takePictures(argv[2], build) : view ? serve(build) : run(first, build);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "klova-demo: %s\n", failure.what());
         return 1;

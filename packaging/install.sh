@@ -14,6 +14,7 @@ demo_packages=(
     imagemagick fonts-dejavu-core
 )
 nested_packages=(xserver-xephyr)
+view_packages=(tigervnc-scraping-server novnc websockify)
 test_packages=(
     xfwm4 marco mate-settings-daemon-common metacity mutter kwin-x11 kwin-style-breeze
     icewm fluxbox jwm i3-wm

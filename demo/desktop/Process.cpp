@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <poll.h>
+#include <stdexcept>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -35,12 +36,14 @@ std::vector<std::string> asTexts(const Environment& environment) {
 
 /// In the child, between fork and exec: system calls only.
 [[noreturn]] void become(char* const* command, char* const* environment, int output,
-                         int standardOutput, pid_t parent) {
+                         const ProcessOptions& options, pid_t parent) {
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != parent)
         ::_exit(127);
-    ::dup2(standardOutput >= 0 ? standardOutput : output, STDOUT_FILENO);
+    if (options.standardInput >= 0)
+        ::dup2(options.standardInput, STDIN_FILENO);
+    ::dup2(options.standardOutput >= 0 ? options.standardOutput : output, STDOUT_FILENO);
     ::dup2(output, STDERR_FILENO);
     ::execvpe(command[0], command, environment);
     ::_exit(127);
@@ -59,7 +62,7 @@ Process::Process(const std::vector<std::string>& command, ProcessOptions options
     const pid_t parent = ::getpid();
     id_ = ::fork();
     if (id_ == 0)
-        become(arguments.data(), environment.data(), output, options.standardOutput, parent);
+        become(arguments.data(), environment.data(), output, options, parent);
     ::close(output);
     if (id_ < 0)
         throw std::system_error(errno, std::generic_category(), "cannot start " + command.front());
@@ -110,6 +113,14 @@ void Process::end() {
     ::kill(-id_, SIGKILL);
     waitExit(std::chrono::seconds(10));
     id_ = -1;
+}
+
+void awaitFile(Process& program, const std::filesystem::path& file) {
+    for (int attempt = 0; attempt < 1000 && !std::filesystem::exists(file); ++attempt)
+        if (program.waitExit(std::chrono::milliseconds(5)))
+            break;
+    if (!std::filesystem::exists(file))
+        throw std::runtime_error("no " + file.string() + ": " + program.output());
 }
 
 } // namespace klova::rig

@@ -20,6 +20,8 @@ struct ProcessOptions {
     std::filesystem::path output = {};
     /// Stays the caller's; takes standard output instead where it is not -1.
     int standardOutput = -1;
+    /// Stays the caller's; the child inherits standard input where it is -1.
+    int standardInput = -1;
 };
 
 /// Runs a command, found on PATH, in a process group of its own. The destructor asks it to end
@@ -53,5 +55,9 @@ private:
     std::optional<int> status_;
     std::filesystem::path output_;
 };
+
+/// Waits until the program has made `file`. Throws std::runtime_error with its output where it ends
+/// before, or takes longer than five seconds.
+void awaitFile(Process& program, const std::filesystem::path& file);
 
 } // namespace klova::rig

@@ -1,8 +1,6 @@
 #include "desktop/Session.h"
 
-#include <chrono>
 #include <cstdlib>
-#include <stdexcept>
 
 namespace klova::rig {
 namespace {
@@ -66,12 +64,7 @@ Process Session::launch(const std::vector<std::string>& command) {
 Process Session::startBus() {
     const auto& address = environment_.at("DBUS_SESSION_BUS_ADDRESS");
     auto bus = launch({"dbus-daemon", "--session", "--nofork", "--address=" + address});
-    const auto socket = directory() / "run" / "bus";
-    for (int attempt = 0; attempt < 1000 && !std::filesystem::exists(socket); ++attempt)
-        if (bus.waitExit(std::chrono::milliseconds(5)))
-            throw std::runtime_error("no message bus: " + bus.output());
-    if (!std::filesystem::exists(socket))
-        throw std::runtime_error("the message bus does not start");
+    awaitFile(bus, directory() / "run" / "bus");
     return bus;
 }
 

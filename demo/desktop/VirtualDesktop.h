@@ -22,6 +22,8 @@ struct DesktopOptions {
     bool twoMonitors = false;
     /// Called before the window manager starts, to write settings for it.
     std::function<void(Session&, Display&)> prepare = {};
+    /// The X server's own.
+    std::vector<std::string> serverOptions = {};
 };
 
 class VirtualDesktop {
