@@ -19,7 +19,7 @@ test_packages=(
     xfwm4 marco mate-settings-daemon-common metacity mutter kwin-x11 kwin-style-breeze
     icewm fluxbox jwm i3-wm
     trayer xfce4-panel xfconf libglib2.0-bin at-spi2-core
-    dex desktop-file-utils dunst xauth i3lock faketime
+    dex desktop-file-utils dunst xauth i3lock faketime weston xwayland
     clang libclang-rt-14-dev
 )
 bench_packages=(

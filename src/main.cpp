@@ -134,9 +134,16 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     watchedConnection = -1;
 }
 
-std::string displayName() {
-    const char* name = std::getenv("DISPLAY");
-    return name != nullptr ? name : "";
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+/// Without an X server there is nothing to show the alert on.
+int endOnWayland(int argumentCount, char** arguments) {
+    const QCoreApplication application(argumentCount, arguments);
+    TrustNotification().show({LackOfTrust::Reason::waylandSession, {}});
+    return EX_NOPERM;
 }
 
 int connectAndRun(const char* invokedAs) {
@@ -147,7 +154,7 @@ int connectAndRun(const char* invokedAs) {
     x11.setTrustPrompt(trustPrompt);
     if (!x11.instance().acquired()) {
         x11.instance().callFirst();
-        return end(EX_OK, "already running on display " + displayName());
+        return end(EX_OK, "already running on display " + variable("DISPLAY"));
     }
     x11.reportTo(std::move(guard));
     runOn(x11, autostart);
@@ -164,6 +171,8 @@ int main(int argc, char** argv) {
     try {
         return connectAndRun(argc > 0 ? argv[0] : "");
     } catch (const x11::DisplayUnreachable& unreachable) {
+        if (variable("DISPLAY").empty() && !variable("WAYLAND_DISPLAY").empty())
+            return endOnWayland(argc, argv);
         return end(EX_UNAVAILABLE, unreachable.what());
     }
 }

@@ -52,12 +52,21 @@ std::string variable(const char* name) {
     return value != nullptr ? value : "";
 }
 
-std::vector<std::string> commandFor(ScreenSize size, ServerKind kind) {
+std::vector<std::string> programFor(ScreenSize size, ServerKind kind) {
     const auto extent = std::to_string(size.width) + "x" + std::to_string(size.height);
-    std::vector<std::string> command =
-        kind == ServerKind::nested
-            ? std::vector<std::string>{"Xephyr", "-screen", extent, "-title", "Klova"}
-            : std::vector<std::string>{"Xvfb", "-screen", "0", extent + "x24"};
+    switch (kind) {
+    case ServerKind::nested:
+        return {"Xephyr", "-screen", extent, "-title", "Klova"};
+    case ServerKind::onWayland:
+        return {"Xwayland"};
+    case ServerKind::offScreen:
+        break;
+    }
+    return {"Xvfb", "-screen", "0", extent + "x24"};
+}
+
+std::vector<std::string> commandFor(ScreenSize size, ServerKind kind) {
+    auto command = programFor(size, kind);
     command.insert(command.end(), {"-displayfd", "1", "-nolisten", "tcp", "-noreset"});
     return command;
 }
@@ -66,8 +75,9 @@ Process start(ScreenSize size, ServerKind kind, const std::vector<std::string>& 
               std::string& display) {
     Pipe pipe;
     Environment environment{{"PATH", variable("PATH")}};
-    if (kind == ServerKind::nested)
-        for (const char* name : {"DISPLAY", "XAUTHORITY", "HOME"})
+    if (kind != ServerKind::offScreen)
+        for (const char* name :
+             {"DISPLAY", "XAUTHORITY", "HOME", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR"})
             environment[name] = variable(name);
     auto command = commandFor(size, kind);
     command.insert(command.end(), options.begin(), options.end());

@@ -12,6 +12,7 @@ namespace klova::rig {
 enum class ServerKind {
     offScreen, // Xvfb
     nested,    // Xephyr, in a window on $DISPLAY
+    onWayland, // Xwayland, in a window on $WAYLAND_DISPLAY and as large as its compositor has it
 };
 
 /// Size of the one screen in pixels.

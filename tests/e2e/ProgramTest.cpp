@@ -74,9 +74,14 @@ TEST_F(ProgramTest, endsWithOneSentenceWhereItCannotRun) {
         {here, "", 0, "klova: already running on display " + here + ".\n"},
         {":31999", "", 69, "klova: cannot reach the display \":31999\".\n"},
         {"", "", 69, "klova: no display: DISPLAY is not set.\n"},
+        {"", "", 77,
+         "klova: Klova may not arrange the windows of other programs: This is a Wayland session, "
+         "where no program may move the windows of others. Choose an X11 (Xorg) session when you "
+         "log in.\n"},
         {here, "--fast", 64, "klova: takes no arguments but --help or --version.\n"}};
     for (const auto& [display, argument, status, sentence] : rows) {
         desktop.session().setVariable("DISPLAY", display);
+        desktop.session().setVariable("WAYLAND_DISPLAY", status == 77 ? "wayland-0" : "");
         Process klova = argument.empty() ? start() : desktop.launch({KLOVA_BINARY, argument});
         EXPECT_EQ(klova.waitExit(kDeadline), status) << sentence;
         EXPECT_EQ(klova.output(), sentence);

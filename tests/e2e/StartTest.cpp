@@ -16,6 +16,10 @@ TEST(StartTest, whereItIsNotTrustedANotificationSaysWhyAndTheAlertEndsIt) {
     Session& session = desktop.session();
     const XServer secure({}, ServerKind::offScreen, {"+extension", "SECURITY"});
     const XServer withoutRandR({}, ServerKind::offScreen, {"-extension", "RANDR"});
+    Process weston = session.launch({"weston", "--backend=headless-backend.so", "--socket=w"});
+    awaitFile(weston, session.directory() / "run" / "w");
+    ::setenv("WAYLAND_DISPLAY", (session.directory() / "run" / "w").c_str(), 1);
+    const XServer onWayland({}, ServerKind::onWayland);
     const auto key = (session.directory() / "untrusted").string();
     auto xauth =
         session.launch({"xauth", "-f", key, "generate", secure.display(), ".", "untrusted"});
@@ -26,7 +30,7 @@ TEST(StartTest, whereItIsNotTrustedANotificationSaysWhyAndTheAlertEndsIt) {
     using Row = std::tuple<const XServer&, std::string, xcb_keysym_t>; // 0: a click on OK
     for (const auto& [server, reason, answer] :
          {Row{secure, "does not trust", 0}, Row{withoutRandR, "RandR 1.5", XKB_KEY_Escape},
-          Row{secure, "", XKB_KEY_Return}}) {
+          Row{onWayland, "Wayland session", XKB_KEY_Return}, Row{secure, "", XKB_KEY_Return}}) {
         session.setVariable("DISPLAY", server.display());
         session.setVariable("XAUTHORITY", &server == &secure ? key : "");
         if (reason.empty())
