@@ -74,11 +74,20 @@ void print(std::ostream& out, const std::vector<Heard>& record, std::size_t at) 
             << '\n';
 }
 
+/// Whether it is one in every layout that the stream has.
+bool staysModifier(Key key, const Stream& stream) {
+    const auto isModifier = [key](int layout) {
+        return Model(layouts()[static_cast<std::size_t>(layout)]).isModifier(key);
+    };
+    return isModifier(stream.layout) && std::ranges::all_of(stream.steps, [&](const Step& step) {
+               return step.act != Act::changeLayout || isModifier(step.detail);
+           });
+}
+
 std::string stuckModifiers(const Stream& stream, const std::vector<Heard>& record) {
-    const Model model(layouts()[static_cast<std::size_t>(stream.layout)]);
     std::set<Key> down;
     for (const auto& heard : record)
-        if (heard.type == XCB_KEY_PRESS && model.isModifier(heard.detail))
+        if (heard.type == XCB_KEY_PRESS && staysModifier(heard.detail, stream))
             down.insert(heard.detail);
         else if (heard.type == XCB_KEY_RELEASE)
             down.erase(heard.detail);

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <unistd.h>
+#include <utility>
 
 namespace klova::stress {
 
@@ -56,7 +57,9 @@ void beGuest(int index) {
 }
 
 void Guests::close(std::size_t index) {
-    windows_[index].reset();
+    if (windows_[index])
+        windows_[index]->destroy();
+    closed_[index] = std::move(windows_[index]);
     if (index < programs_.size() && programs_[index]) {
         programs_[index]->signal(SIGKILL);
         programs_[index].reset();

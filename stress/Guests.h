@@ -32,6 +32,9 @@ private:
     rig::VirtualDesktop& desktop_;
     std::array<std::optional<rig::Process>, kGuestPrograms> programs_;
     std::array<std::unique_ptr<rig::TestWindow>, kGuests> windows_;
+    /// Their connections stay until the next is closed: marco takes a window for the one before it
+    /// where a new client gets the identifier of one that it has only just seen go.
+    std::array<std::unique_ptr<rig::TestWindow>, kGuests> closed_;
 };
 
 } // namespace klova::stress
