@@ -12,6 +12,28 @@ namespace {
 
 constexpr std::size_t kContext = 8;
 
+/// A frozen key holds back the keys after it, but not the clicks. How long it may take until the
+/// key is answered, on a machine that has other things to do. In milliseconds.
+constexpr std::int32_t kPatience = 100;
+
+/// From one server time to another, which may have wrapped around.
+std::int32_t between(const Heard& earlier, const Heard& later) {
+    return static_cast<std::int32_t>(later.time - earlier.time);
+}
+
+bool comesBefore(const Heard& one, const Heard& other) { return between(one, other) > 0; }
+
+/// How much older than one heard before it an event is, at most.
+std::int32_t latest(const std::vector<Heard>& record) {
+    std::int32_t late = 0;
+    for (std::size_t i = 1, newest = 0; i < record.size(); ++i) {
+        late = std::max(late, between(record[i], record[newest]));
+        if (comesBefore(record[newest], record[i]))
+            newest = i;
+    }
+    return late;
+}
+
 std::ostream& printEvent(std::ostream& out, std::uint8_t type, int detail) {
     static constexpr std::array names = {"key press", "key release", "button press",
                                          "button release"};
@@ -99,10 +121,14 @@ std::string stuckModifiers(const Stream& stream, const std::vector<Heard>& recor
 
 } // namespace
 
-std::string difference(const Stream& stream, const std::vector<Heard>& record) {
+std::string difference(const Stream& stream, std::vector<Heard> record) {
+    const auto late = latest(record);
+    std::ranges::stable_sort(record, comesBefore);
     const Alignment alignment(stream.expected, record);
     if (alignment.complete())
-        return stuckModifiers(stream, record);
+        return late > kPatience ? "an event is heard " + std::to_string(late) +
+                                      " ms behind one that came after it\n"
+                                : stuckModifiers(stream, record);
     std::ostringstream out;
     out << alignment.agreeing() << " of " << stream.expected.size() << " events agree\n";
     print(out, stream, alignment.agreeing());

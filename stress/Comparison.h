@@ -9,6 +9,6 @@
 namespace klova::stress {
 
 /// What is wrong with the record, in words; empty where nothing is.
-std::string difference(const Stream& stream, const std::vector<Heard>& record);
+std::string difference(const Stream& stream, std::vector<Heard> record);
 
 } // namespace klova::stress
