@@ -5,10 +5,8 @@
 #include "platform/x11/XSettings.h"
 
 #include <array>
-#include <bit>
 #include <gtest/gtest.h>
 #include <map>
-#include <set>
 #include <string>
 #include <tuple>
 
@@ -72,7 +70,6 @@ TEST(ClickCounter, CountsPressesOfOneButtonSoonAndNear) {
 
 TEST(PassiveGrabs, CoverEveryStateThatWouldBeArmed) {
     constexpr std::uint32_t shift = 1, lock = 2, control = 4, option = 8, number = 16, super = 64;
-    constexpr std::uint32_t possible = shift | lock | control | option | number | super;
     const std::tuple<std::size_t, KeyCode, std::uint32_t> keys[] = {
         {37, 59, control},      {38, key::a, 0},          {50, 56, shift},    {64, 58, option},
         {66, kNoKeyCode, lock}, {77, kNoKeyCode, number}, {105, 62, control}, {133, 55, super},
@@ -94,16 +91,8 @@ TEST(PassiveGrabs, CoverEveryStateThatWouldBeArmed) {
         expected.insert(expected.begin(), {1, 0, all});
         expected.insert(expected.end(), {{0, 1, all}, {0, 3, all}});
         std::vector<Grab> planned;
-        for (const auto& [kind, detail, states] : planPassiveGrabs(map, activation)) {
-            std::uint32_t needed = possible, seen = 0;
-            for (const auto state : states)
-                needed &= state, seen |= state;
-            planned.push_back({static_cast<std::uint32_t>(kind), detail, needed});
-            // As many as the other modifiers have combinations: so all of them.
-            const std::set distinct(states.begin(), states.end());
-            EXPECT_EQ(distinct.size(), 1U << std::popcount(possible & ~needed));
-            EXPECT_EQ(seen, possible);
-        }
+        for (const auto& [kind, detail, modifiers] : planPassiveGrabs(map, activation))
+            planned.push_back({static_cast<std::uint32_t>(kind), detail, modifiers});
         EXPECT_EQ(planned, expected);
     }
     for (const KeyCode noModifier : {key::fn, key::a})

@@ -1,6 +1,7 @@
 #include "platform/x11/Clients.h"
 
 #include "platform/x11/Properties.h"
+#include "platform/x11/ServerGrab.h"
 
 #include <algorithm>
 #include <utility>

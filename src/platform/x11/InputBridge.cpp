@@ -12,7 +12,7 @@ namespace {
 constexpr std::chrono::milliseconds kRetry{20};
 
 /// How long other programs may take to place their grabs anew after a change that makes them, and
-/// how long no input comes before ours follow: placing them holds the server up for milliseconds.
+/// how long no input comes before ours follow: for a moment none of them is in place.
 constexpr std::chrono::milliseconds kRenewal{250};
 
 void selectKeyboardEvents(Connection& connection) {

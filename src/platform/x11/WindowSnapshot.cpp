@@ -1,6 +1,7 @@
 #include "platform/x11/WindowSnapshot.h"
 
 #include "platform/x11/Properties.h"
+#include "platform/x11/ServerGrab.h"
 #include "platform/x11/WindowManager.h"
 
 #include <algorithm>

@@ -57,21 +57,6 @@ private:
     xcb_get_property_cookie_t types_;
 };
 
-/// Stops every other client's requests while it lives, so that what is asked meanwhile comes from
-/// one moment. To be alive only while requests are sent, never while an answer is awaited.
-class ServerGrab {
-public:
-    explicit ServerGrab(Connection& connection) : connection_(connection) {
-        xcb_grab_server(connection_.get());
-    }
-    ~ServerGrab() { xcb_ungrab_server(connection_.get()); }
-    ServerGrab(const ServerGrab&) = delete;
-    ServerGrab& operator=(const ServerGrab&) = delete;
-
-private:
-    Connection& connection_;
-};
-
 std::optional<WindowSnapshot> readSnapshot(Connection& connection, WindowManager& manager,
                                            xcb_window_t window);
 
