@@ -87,6 +87,7 @@ std::string autostartEntryFor(const std::string& program) {
     set("Name", "Klova");
     set("Comment", "Arranges windows from keyboard and mouse");
     set("Exec", asCommand(program).c_str());
+    set("TryExec", program.c_str()); // once Klova is removed, sessions pass the entry over
     set("Icon", "klova");
     set("Terminal", "false");
     set("StartupNotify", "false");
