@@ -29,6 +29,7 @@ bench_packages=(
 )
 lint_packages=(clang-format clang-tidy)
 package_packages=(build-essential debhelper lintian desktop-file-utils appstream man-db)
+check_packages=(debootstrap)
 
 mkdir -p build
 
