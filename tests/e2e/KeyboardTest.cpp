@@ -1,3 +1,4 @@
+#include "desktop/StickyKeys.h"
 #include "e2e/KlovaTest.h"
 
 #include <array>
@@ -9,6 +10,7 @@ using namespace klova::rig;
 namespace {
 
 using Keys = std::vector<xcb_keysym_t>;
+using Stroke = std::pair<xcb_keysym_t, Place>;
 const Keys kActivation = {XKB_KEY_Super_L, XKB_KEY_Control_L};
 
 class KeyboardTest : public KlovaTest, public testing::WithParamInterface<std::string> {
@@ -136,10 +138,10 @@ TEST_P(KeyboardTest, LayoutsSwapModifiersByMeaningAndKeepLettersByPlace) {
     ASSERT_EQ(desktop.launch({"setxkbmap", "-option", "", "-layout", "fr"}).waitExit(kDeadline), 0);
     ASSERT_TRUE(waitUntil(display, "old grabs",
                           [&] { return keyReserved(display, controlKey, XCB_MOD_MASK_4); }));
-    const std::pair<xcb_keysym_t, Place> letters[] = {{XKB_KEY_q, Place::left},
-                                                      {XKB_KEY_s, Place::bottom},
-                                                      {XKB_KEY_d, Place::right},
-                                                      {XKB_KEY_z, Place::top}};
+    const Stroke letters[] = {{XKB_KEY_q, Place::left},
+                              {XKB_KEY_s, Place::bottom},
+                              {XKB_KEY_d, Place::right},
+                              {XKB_KEY_z, Place::top}};
     for (const auto& [letter, place] : letters) {
         hands().chord(kActivation, letter);
         expectPlace(place, "a French letter");
@@ -166,6 +168,51 @@ TEST_P(KeyboardTest, LeftHandedPointersHaveTheirButtonsSwapped) {
     hands().release(kActivation);
     takeFocus();
     expectNoLeak("swapped buttons");
+}
+
+TEST_P(KeyboardTest, AKeyThatSticksArmsUntilItIsLetGo) {
+    setStickyKeys(display, true);
+    const auto tap = [&](const Keys& keys) {
+        std::ranges::for_each(keys, [&](auto key) { hands().tap(key); });
+    };
+    const auto expectPassing = [&](const std::string& what) {
+        EXPECT_TRUE(awaitKeyboardGrab(display, false)) << what;
+        const int arrow = hands().keyCode(XKB_KEY_Left);
+        received();
+        hands().tap(XKB_KEY_Left);
+        EXPECT_EQ(received(), (std::vector{arrow, -arrow})) << what;
+    };
+    const Keys twice = {XKB_KEY_Super_L, XKB_KEY_Super_L, XKB_KEY_Control_L, XKB_KEY_Control_L};
+    for (const auto& [arrow, place] :
+         {Stroke{XKB_KEY_Right, Place::right}, Stroke{XKB_KEY_Up, Place::top}}) {
+        tap(kActivation);
+        EXPECT_TRUE(awaitKeyboardGrab(display));
+        hands().press(arrow);
+        expectPlace(place, "latched");
+        hands().tap(XKB_KEY_k); // the stroke has not ended
+        hands().release(arrow);
+        expectNoLeak("latched");
+        expectPassing("a key spends what is latched");
+    }
+    tap(twice);
+    for (const auto& [arrow, place] :
+         {Stroke{XKB_KEY_Left, Place::left}, Stroke{XKB_KEY_Down, Place::bottom}}) {
+        hands().tap(arrow);
+        expectPlace(place, "locked");
+    }
+    hands().setSpacing(2ms);
+    klova->doubleClick(200, 200);
+    expectPlace(Place::wholeScreen, "locked");
+    tap({XKB_KEY_Super_L});
+    expectPassing("the next press lets go");
+    tap({XKB_KEY_Control_L, XKB_KEY_Super_R, XKB_KEY_Control_L});
+    expectPassing("the right-hand key");
+    lockModifiers(display, XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_4);
+    EXPECT_TRUE(awaitKeyboardGrab(display));
+    hands().tap(XKB_KEY_Right);
+    expectPlace(Place::right, "locked by no key");
+    lockModifiers(display, 0);
+    expectPassing("unlocked by no key");
 }
 
 TEST_P(KeyboardTest, AnOpenMenuKeepsTheKeysUntilItCloses) {

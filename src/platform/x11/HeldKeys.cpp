@@ -29,7 +29,7 @@ std::vector<KeyCode> HeldKeys::keepOnly(const std::function<bool(std::uint8_t)>&
     std::vector<KeyCode> up;
     const auto keys = down_;
     for (const auto& [physical, code] : keys)
-        if (!isDown(physical.keycode))
+        if (physical.device != PhysicalKey::kNoKeyboard && !isDown(physical.keycode))
             if (const auto told = release(physical))
                 up.push_back(*told);
     return up;

@@ -12,9 +12,11 @@
 
 namespace klova::x11 {
 
-/// A key of one particular keyboard.
+/// A key of one particular keyboard; of none where it sticks (latched, locked) without a hand on
+/// it.
 struct PhysicalKey {
-    std::uint16_t device = 0;
+    static constexpr std::uint16_t kNoKeyboard = 0;
+    std::uint16_t device = kNoKeyboard;
     std::uint8_t keycode = 0;
     bool operator<(const PhysicalKey& other) const {
         return std::tie(device, keycode) < std::tie(other.device, other.keycode);
@@ -32,7 +34,8 @@ public:
     /// The code that went up with this release, if one did.
     std::optional<KeyCode> release(PhysicalKey physical);
 
-    /// Drops every key that is not really down; returns the codes that went up by that.
+    /// Drops every key that neither sticks nor is really down; returns the codes that went up by
+    /// that.
     std::vector<KeyCode> keepOnly(const std::function<bool(std::uint8_t keycode)>& isDown);
 
     bool holds(PhysicalKey physical) const { return down_.contains(physical); }

@@ -23,15 +23,10 @@ void selectKeyboardEvents(Connection& connection) {
     xcb_xkb_select_events_details_t details{};
     details.affectNewKeyboard = details.newKeyboardDetails =
         XCB_XKB_NKN_DETAIL_KEYCODES | XCB_XKB_NKN_DETAIL_DEVICE_ID;
-    details.affectState = details.stateDetails = XCB_XKB_STATE_PART_MODIFIER_LOCK;
+    details.affectState = details.stateDetails =
+        XCB_XKB_STATE_PART_MODIFIER_LATCH | XCB_XKB_STATE_PART_MODIFIER_LOCK;
     xcb_xkb_select_events_aux(connection.get(), XCB_XKB_ID_USE_CORE_KBD, events, 0, 0, mapParts,
                               mapParts, &details);
-}
-
-bool capsLockIsOn(Connection& connection) {
-    const auto state = own(xcb_xkb_get_state_reply(
-        connection.get(), xcb_xkb_get_state(connection.get(), XCB_XKB_ID_USE_CORE_KBD), nullptr));
-    return state && (state->lockedMods & XCB_MOD_MASK_LOCK) != 0;
 }
 
 } // namespace
@@ -64,8 +59,11 @@ InputBridge::InputBridge(Connection& connection, Heartbeat& heartbeat, Screens& 
     selectXInputEvents(connection, kMasterPointer, kWatchedButtons);
     selectXInputEvents(connection, kAllDevices, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
     connection.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
-    state_.capsLocked = capsLockIsOn(connection);
     readKeyMap();
+    if (const auto state = own(xcb_xkb_get_state_reply(
+            connection.get(), xcb_xkb_get_state(connection.get(), XCB_XKB_ID_USE_CORE_KBD),
+            nullptr)))
+        noteStuck(state->latchedMods, state->lockedMods, 0);
 }
 
 std::unique_ptr<EventTapPort> InputBridge::CGEventTapCreate(std::uint32_t, std::uint32_t,
@@ -109,7 +107,7 @@ void InputBridge::handle(const xcb_generic_event_t& event) {
     } else if (type == state_.connection.xkbFirstEvent()) {
         const auto& xkb = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
         if (xkb.xkbType == XCB_XKB_STATE_NOTIFY)
-            state_.capsLocked = (xkb.lockedMods & XCB_MOD_MASK_LOCK) != 0;
+            noteStuck(xkb.latchedMods, xkb.lockedMods, xkb.keycode);
         else
             keyMapChanged_ = true;
     } else if (type == XCB_MAPPING_NOTIFY) {
@@ -124,6 +122,11 @@ void InputBridge::handle(const xcb_generic_event_t& event) {
     }
 }
 
+void InputBridge::noteStuck(std::uint8_t latched, std::uint8_t locked, xcb_keycode_t keycode) {
+    state_.capsLocked = (locked & XCB_MOD_MASK_LOCK) != 0;
+    keys_.stick(latched | locked, keycode);
+}
+
 void InputBridge::handleXInput(const xcb_generic_event_t& event) {
     const auto& key = reinterpret_cast<const KeyEvent&>(event);
     const auto& rawKey = reinterpret_cast<const RawKeyEvent&>(event);
@@ -135,6 +138,7 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
     state_.place.reset();
     if (keyMapChanged_)
         readKeyMap();
+    keys_.followStuckKeys();
     switch (key.event_type) {
     case XCB_INPUT_RAW_KEY_PRESS:
         keys_.watched(rawKey, true);
@@ -202,6 +206,7 @@ void InputBridge::readKeyMap() {
 void InputBridge::settle() {
     if (usable_ && keyMapChanged_)
         readKeyMap();
+    keys_.followStuckKeys();
     if (state_.tap == nullptr)
         return;
     if (grabsOutdated_ || state_.tap->armedForGood())

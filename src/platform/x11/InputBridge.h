@@ -53,6 +53,7 @@ public:
 private:
     class Registration;
 
+    void noteStuck(std::uint8_t latched, std::uint8_t locked, xcb_keycode_t keycode);
     void handleXInput(const xcb_generic_event_t& event);
     void catchUpWithKeys(xcb_timestamp_t time);
     void readKeyMap();

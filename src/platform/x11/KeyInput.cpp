@@ -99,6 +99,33 @@ void KeyInput::dropStaleKeys() {
     };
     for (const KeyCode code : state_.held.keepOnly(isDown))
         announce(code);
+    if (state_.tap != nullptr)
+        state_.tap->dropStaleKeys(isDown);
+}
+
+void KeyInput::stick(std::uint8_t modifiers, std::uint8_t keycode) {
+    for (std::size_t i = 0; i < stuck_.size(); ++i) {
+        const auto modifier = static_cast<std::uint8_t>(1U << i);
+        if ((modifiers & modifier) == 0)
+            stuck_[i] = 0;
+        else if (stuck_[i] == 0)
+            stuck_[i] = state_.map.keyFor(modifier, keycode);
+    }
+}
+
+void KeyInput::followStuckKeys() {
+    const bool strokeEnded = state_.tap == nullptr || !state_.tap->hasSwallowedAnything();
+    for (std::size_t i = 0; i < stuck_.size(); ++i) {
+        auto& told = toldStuck_[i];
+        if (told != stuck_[i] && told != 0 && strokeEnded) {
+            tell({PhysicalKey::kNoKeyboard, told}, kNoKeyCode, false);
+            told = 0;
+        }
+        if (told != stuck_[i] && told == 0 && !focusIsOwn(state_.connection)) {
+            told = stuck_[i];
+            tell({PhysicalKey::kNoKeyboard, told}, state_.map.codes[told], true);
+        }
+    }
 }
 
 } // namespace klova::x11

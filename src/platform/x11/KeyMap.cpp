@@ -100,4 +100,15 @@ std::uint8_t KeyMap::modifiersOf(KeyCode code) const {
     return mask;
 }
 
+std::uint8_t KeyMap::keyFor(std::uint8_t modifier, std::uint8_t preferred) const {
+    const auto sets = [&](std::size_t keycode) {
+        return isModifier(codes[keycode]) && (modifiers[keycode] & modifier) != 0;
+    };
+    std::size_t keycode = preferred;
+    if (!sets(keycode))
+        for (keycode = 0; keycode < codes.size() && !sets(keycode);)
+            ++keycode;
+    return static_cast<std::uint8_t>(keycode % codes.size()); // 0 is the keycode of no key
+}
+
 } // namespace klova::x11

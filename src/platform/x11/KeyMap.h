@@ -25,6 +25,10 @@ struct KeyMap {
 
     /// The modifiers that any key of that code sets; 0 where it is none in this map.
     std::uint8_t modifiersOf(KeyCode code) const;
+
+    /// The keycode of a modifier key of ours that sets `modifier`: `preferred` where it does, else
+    /// the first; 0 where none does.
+    std::uint8_t keyFor(std::uint8_t modifier, std::uint8_t preferred) const;
 };
 
 } // namespace klova::x11

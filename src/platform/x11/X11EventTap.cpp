@@ -103,6 +103,10 @@ void X11EventTap::swallowModifier(PhysicalKey physical, bool press) {
     swallow(swallowedModifiers_, physical, press);
 }
 
+void X11EventTap::dropStaleKeys(const std::function<bool(std::uint8_t)>& isDown) {
+    std::erase_if(swallowedKeys_, [&](const auto& key) { return !isDown(key.keycode); });
+}
+
 void X11EventTap::swallow(std::set<PhysicalKey>& down, PhysicalKey physical, bool press) {
     if (press)
         down.insert(physical);

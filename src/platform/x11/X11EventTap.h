@@ -7,6 +7,7 @@
 #include "platform/x11/PassiveGrabs.h"
 #include "platform/x11/XInput.h"
 
+#include <functional>
 #include <optional>
 #include <set>
 
@@ -71,6 +72,14 @@ public:
     /// froze it ends on exactly this event. While armed the keyboard is taken again at once; what
     /// came in between is caught by the passive grabs.
     void replayKey();
+
+    /// Forgets the swallowed keys that are up though nobody said so.
+    void dropStaleKeys(const std::function<bool(std::uint8_t keycode)>& isDown);
+
+    /// Whether a key or button whose press was swallowed, other than a modifier, is still down.
+    bool hasSwallowedAnything() const {
+        return !swallowedKeys_.empty() || !swallowedButtons_.empty();
+    }
 
     bool hasSwallowedModifier(PhysicalKey physical) const {
         return swallowedModifiers_.contains(physical);
