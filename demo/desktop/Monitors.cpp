@@ -77,8 +77,9 @@ std::vector<Rect> splitMonitors(Display& display) {
     // Multiples of four, so that halves and quarters are whole pixels; the right one wide enough
     // that half of it is no less than what applications ask for.
     const int left = width / 3 / 4 * 4;
+    const int right = height * 4 / 5 / 4 * 4;
     std::vector<Rect> monitors = {{0, 0, left, height},
-                                  {left, 0, width - left, height * 4 / 5 / 4 * 4}};
+                                  {left, height - right, width - left, right}};
     setMonitors(display, monitors);
     return monitors;
 }

@@ -15,7 +15,7 @@ namespace klova::rig {
 void setMonitors(Display& display, const std::vector<Rect>& monitors,
                  const std::string& name = "RIG");
 
-/// Two side by side, of different widths and heights, both with their top at y = 0.
+/// Two side by side, of different widths and heights, the right one standing lower.
 std::vector<Rect> splitMonitors(Display& display);
 
 } // namespace klova::rig

@@ -26,6 +26,7 @@ struct Frame {
 constexpr double minX(const Frame& frame) { return frame.origin.x; }
 constexpr double minY(const Frame& frame) { return frame.origin.y; }
 constexpr double midX(const Frame& frame) { return frame.origin.x + frame.size.width * 0.5; }
+constexpr double midY(const Frame& frame) { return frame.origin.y + frame.size.height * 0.5; }
 constexpr double maxX(const Frame& frame) { return frame.origin.x + frame.size.width; }
 constexpr double maxY(const Frame& frame) { return frame.origin.y + frame.size.height; }
 

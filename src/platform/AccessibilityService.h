@@ -24,7 +24,7 @@ public:
 };
 using AXUIElementRef = std::shared_ptr<const AXUIElement>;
 
-/// A wrapped point or size. Points are root coordinates: origin at the top left of the desktop, y
+/// A wrapped point or size. Points are in the coordinates of the screens (Screens.h), y
 /// growing downward.
 using AXValue = std::variant<Point, Size>;
 using AXAttributeValue =
@@ -71,7 +71,7 @@ public:
                                               std::string_view attribute,
                                               const AXAttributeValue& value) = 0;
 
-    /// The deepest element at a point (root coordinates, y downward); null where there is none.
+    /// The deepest element at a point (in the same coordinates); null where there is none.
     virtual AXUIElementRef AXUIElementCopyElementAtPosition(const AXUIElementRef& element, float x,
                                                             float y) = 0;
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/ManagerBarrier.h"
+#include "desktop/Monitors.h"
 #include "desktop/Placement.h"
 #include "desktop/TestWindow.h"
 #include "desktop/VirtualDesktop.h"
@@ -19,9 +20,9 @@ namespace klova::x11 {
 class WindowBridge {
 public:
     /// Without a name there is no window manager.
-    explicit WindowBridge(const std::string& manager, bool twoMonitors = false)
-        : desktop({.windowManager = manager, .twoMonitors = twoMonitors}),
-          connection(desktop.server().display().c_str()), barrier_(desktop.server().display()) {}
+    explicit WindowBridge(const std::string& manager)
+        : desktop({.windowManager = manager}), connection(desktop.server().display().c_str()),
+          barrier_(desktop.server().display()) {}
 
     rig::VirtualDesktop desktop;
     Connection connection;

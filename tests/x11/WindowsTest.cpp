@@ -137,13 +137,19 @@ TEST(WindowsWithoutManager, MoveAllTheSame) {
     EXPECT_TRUE(bridge.service.AXIsProcessTrustedWithOptions(false));
 }
 
-TEST(Monitors, AreReadAnewWithTheirScale) {
-    WindowBridge bridge("openbox", true);
-    const auto& monitors = bridge.desktop.monitors();
-    const auto screens = bridge.screens.screens().value();
-    ASSERT_EQ(screens.size(), monitors.size());
+TEST(Monitors, AreReadAnewWithTheirScaleAsOneRow) {
+    WindowBridge bridge("openbox");
+    const std::vector<rig::Rect> monitors{
+        {600, 400, 840, 500}, {0, 100, 600, 800}, {600, 0, 700, 400}};
+    rig::setMonitors(bridge.display(), monitors); // the primary one, left of it, above it
+    std::vector<Screen> screens;
+    ASSERT_TRUE(bridge.until("three monitors", [&] {
+        screens = *bridge.screens.screens();
+        return screens.size() == monitors.size();
+    }));
+    const std::vector<rig::Rect> row{{600, 0, 840, 500}, {0, 0, 600, 800}, {1440, 0, 700, 400}};
     for (std::size_t i = 0; i < screens.size(); ++i)
-        EXPECT_EQ(rectOf(screens[i].frame), monitors[i]);
+        EXPECT_EQ(rectOf(screens[i].frame), row[i]);
     EXPECT_EQ(screens[0].backingScaleFactor, 1);
     bridge.display().setText(bridge.display().root(), "RESOURCE_MANAGER", "STRING",
                              "*Xft.dpi:\t96\nXft.dpi:\t144\n");
@@ -154,8 +160,10 @@ TEST(Monitors, AreReadAnewWithTheirScale) {
     // A window of fixed steps keeps the inner monitor's edges, not those of the whole screen.
     rig::TestWindow window(bridge.name(), {.stepX = 6, .stepY = 13});
     for (const auto& monitor : monitors) {
+        ASSERT_TRUE(rig::place(bridge.display(), window.id(), monitor, 13));
         ASSERT_TRUE(rig::maximize(bridge.display(), window.id()));
-        bridge.snap(bridge.focus(window.id()), frameOf(rig::target(Place::bottomRight, monitor)));
+        const auto inRow = row[static_cast<std::size_t>(&monitor - monitors.data())];
+        bridge.snap(bridge.focus(window.id()), frameOf(rig::target(Place::bottomRight, inRow)));
         ASSERT_TRUE(bridge.settle());
         EXPECT_EQ(rig::misplacement(Place::bottomRight, monitor,
                                     rig::sizeLimits(bridge.display(), window.id()),

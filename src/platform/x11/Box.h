@@ -43,6 +43,14 @@ constexpr Frame frameOf(const Box& box) {
     return {{double(box.x), double(box.y)}, {double(box.width), double(box.height)}};
 }
 
+constexpr Frame moved(const Frame& frame, const Point& by) {
+    return {{frame.origin.x + by.x, frame.origin.y + by.y}, frame.size};
+}
+
+constexpr bool contains(const Box& box, const Point& point) {
+    return point.x >= box.x && point.x < box.right() && point.y >= box.y && point.y < box.bottom();
+}
+
 /// The nearest pixel edge, within what the protocol can say; not a number counts as 0.
 inline int pixelEdge(double coordinate) {
     constexpr double limit = 32767;

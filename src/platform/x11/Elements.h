@@ -15,12 +15,15 @@ struct ApplicationElement final : AXUIElement {
 };
 
 /// A client window. `moment` names the dispatch in which it was found: while that lasts, the
-/// snapshot is the present.
+/// snapshot is the present. `shift` leads from root pixels to the coordinates of "AXPosition", for
+/// as long as the element lives: what is written rests on what was read, wherever it puts the
+/// window.
 struct WindowElement final : AXUIElement {
-    WindowElement(FoundWindow window, std::uint64_t when)
-        : found(std::move(window)), moment(when) {}
+    WindowElement(FoundWindow window, std::uint64_t when, Point by)
+        : found(std::move(window)), moment(when), shift(by) {}
     FoundWindow found;
     std::uint64_t moment;
+    Point shift;
 };
 
 /// A window inside of a client or of the frame around one.

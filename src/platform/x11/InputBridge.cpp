@@ -47,7 +47,7 @@ private:
     X11EventTap tap_;
 };
 
-InputBridge::InputBridge(Connection& connection, Heartbeat& heartbeat, Screens& screens,
+InputBridge::InputBridge(Connection& connection, Heartbeat& heartbeat, X11Screens& screens,
                          const XSettings& settings)
     : state_{connection, heartbeat}, keys_(state_), pointer_(state_, screens, settings),
       usable_(connection.missingExtensions().empty()) {

@@ -3,7 +3,6 @@
 
 #include "platform/EventMonitors.h"
 #include "platform/EventTap.h"
-#include "platform/Screens.h"
 #include "platform/x11/KeyInput.h"
 #include "platform/x11/PointerInput.h"
 
@@ -16,7 +15,7 @@ class InputBridge final : public EventTapService, public EventMonitors {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    InputBridge(Connection& connection, Heartbeat& heartbeat, Screens& screens,
+    InputBridge(Connection& connection, Heartbeat& heartbeat, X11Screens& screens,
                 const XSettings& settings);
 
     std::unique_ptr<EventTapPort> CGEventTapCreate(std::uint32_t location, std::uint32_t placement,

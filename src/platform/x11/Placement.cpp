@@ -1,7 +1,7 @@
 #include "platform/x11/Placement.h"
 
-#include "platform/Screens.h"
 #include "platform/x11/WindowManager.h"
+#include "platform/x11/X11Screens.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +22,7 @@ std::uint32_t word(int value) { return static_cast<std::uint32_t>(value); }
 
 } // namespace
 
-Placement::Placement(Connection& connection, WindowManager& manager, Screens& screens,
+Placement::Placement(Connection& connection, WindowManager& manager, X11Screens& screens,
                      xcb_window_t window)
     : connection_(connection), manager_(manager), screens_(screens), window_(window) {}
 
@@ -250,9 +250,7 @@ Point Placement::anchored(const Box& result) const {
     Point corner{double(wanted.x), double(wanted.y)};
     if (result.width == wanted.width && result.height == wanted.height)
         return corner;
-    const auto screens = screens_.screens();
-    for (const auto& screen : screens.value_or(std::vector<Screen>{})) {
-        const Box monitor = boxOf(screen.frame);
+    for (const auto& [monitor, shift] : screens_.monitors()) {
         const bool overlaps = wanted.x < monitor.right() && wanted.right() > monitor.x &&
                               wanted.y < monitor.bottom() && wanted.bottom() > monitor.y;
         if (!overlaps)

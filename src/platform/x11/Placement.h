@@ -8,11 +8,9 @@
 #include <optional>
 #include <xcb/xcb.h>
 
-namespace klova {
-class Screens;
-}
-
 namespace klova::x11 {
+
+class X11Screens;
 
 /// Collects what is written to a window and sends it as one request at a time, the newest last
 /// and always. Frames are those that a person sees, in root pixels, y growing downward.
@@ -20,7 +18,7 @@ class Placement {
 public:
     using Clock = std::chrono::steady_clock;
 
-    Placement(Connection& connection, WindowManager& manager, Screens& screens,
+    Placement(Connection& connection, WindowManager& manager, X11Screens& screens,
               xcb_window_t window);
 
     /// Note what is wanted. `now` is the window as the writer found it.
@@ -76,7 +74,7 @@ private:
 
     Connection& connection_;
     WindowManager& manager_;
-    Screens& screens_;
+    X11Screens& screens_;
     xcb_window_t window_;
     WindowSnapshot known_;
     Frame wanted_;

@@ -22,15 +22,12 @@ EventType typeOf(std::uint32_t button, bool press) {
 
 } // namespace
 
-PointerInput::PointerInput(InputState& state, Screens& screens, const XSettings& settings)
+PointerInput::PointerInput(InputState& state, X11Screens& screens, const XSettings& settings)
     : state_(state), screens_(screens), settings_(settings) {
     readMainScreen();
 }
 
-void PointerInput::readMainScreen() {
-    if (const auto screen = screens_.mainScreen())
-        mainScreenBottom_ = maxY(screen->frame);
-}
+void PointerInput::readMainScreen() { mainScreenBottom_ = screens_.mainMonitor().area.bottom(); }
 
 Point PointerInput::location() {
     const Point place = state_.place ? *state_.place : queryPointer(state_.connection);

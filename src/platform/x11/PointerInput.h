@@ -1,16 +1,16 @@
 // Button and motion events, watched and held back.
 #pragma once
 
-#include "platform/Screens.h"
 #include "platform/x11/ClickCounter.h"
 #include "platform/x11/InputState.h"
+#include "platform/x11/X11Screens.h"
 #include "platform/x11/XSettings.h"
 
 namespace klova::x11 {
 
 class PointerInput {
 public:
-    PointerInput(InputState& state, Screens& screens, const XSettings& settings);
+    PointerInput(InputState& state, X11Screens& screens, const XSettings& settings);
 
     /// A button event on its way to anybody.
     void watched(const RawButtonEvent& event, bool press);
@@ -42,7 +42,7 @@ private:
     void readMainScreen();
 
     InputState& state_;
-    Screens& screens_;
+    X11Screens& screens_;
     const XSettings& settings_;
     ClickCounter clicks_;
     double mainScreenBottom_ = 0; ///< in root pixels, y downward

@@ -16,7 +16,7 @@ void selectEvents(Connection& connection, xcb_window_t window, bool properties) 
 
 } // namespace
 
-TrackedWindow::TrackedWindow(Connection& connection, WindowManager& manager, Screens& screens,
+TrackedWindow::TrackedWindow(Connection& connection, WindowManager& manager, X11Screens& screens,
                              xcb_window_t window)
     : placement(connection, manager, screens, window), minimizing(connection, manager, window),
       connection_(connection), id_(window), process_(processOf(connection, window)) {}

@@ -13,11 +13,13 @@
 
 namespace klova::x11 {
 
+class X11Screens;
+
 /// One generation of a window. Window ids are used again: once gone it stays gone, and a new
 /// window of the same id is tracked anew.
 class TrackedWindow {
 public:
-    TrackedWindow(Connection& connection, WindowManager& manager, Screens& screens,
+    TrackedWindow(Connection& connection, WindowManager& manager, X11Screens& screens,
                   xcb_window_t window);
 
     xcb_window_t id() const { return id_; }
@@ -46,7 +48,7 @@ class TrackedWindows {
 public:
     using Clock = std::chrono::steady_clock;
 
-    TrackedWindows(Connection& connection, WindowManager& manager, Screens& screens)
+    TrackedWindows(Connection& connection, WindowManager& manager, X11Screens& screens)
         : connection_(connection), manager_(manager), screens_(screens) {}
 
     /// The window as it is tracked now. To be called for windows that were just seen alive.
@@ -72,7 +74,7 @@ private:
 
     Connection& connection_;
     WindowManager& manager_;
-    Screens& screens_;
+    X11Screens& screens_;
     xcb_window_t awaited_ = XCB_NONE;
     std::unordered_map<xcb_window_t, std::shared_ptr<TrackedWindow>> windows_;
 };

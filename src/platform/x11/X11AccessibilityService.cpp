@@ -16,12 +16,17 @@ constexpr int kNoValue = -25212;
 AXCopyResult failure(int error) { return {error, std::nullopt}; }
 AXCopyResult answer(AXAttributeValue value) { return {0, std::move(value)}; }
 
+/// In root pixels: what was written to the window, until it shows in what is seen.
+Frame frameOf(const TrackedWindow& window, const WindowSnapshot& seen) {
+    return window.placement.written().value_or(frameOf(seen.frame()));
+}
+
 } // namespace
 
 X11AccessibilityService::X11AccessibilityService(Connection& connection, WindowManager& manager,
                                                  X11Screens& screens)
-    : connection_(connection), manager_(manager), tracked_(connection, manager_, screens),
-      clients_(connection, manager_, tracked_) {}
+    : connection_(connection), manager_(manager), screens_(screens),
+      tracked_(connection, manager_, screens), clients_(connection, manager_, tracked_) {}
 
 AXUIElementRef X11AccessibilityService::AXUIElementCreateSystemWide() {
     return std::make_shared<SystemElement>();
@@ -94,7 +99,8 @@ AXCopyResult X11AccessibilityService::read(const PartElement& part, std::string_
 }
 
 AXUIElementRef X11AccessibilityService::elementOf(FoundWindow found) const {
-    return std::make_shared<WindowElement>(std::move(found), moment_);
+    const Point shift = screens_.monitorOf(frameOf(*found.window, found.snapshot)).shift;
+    return std::make_shared<WindowElement>(std::move(found), moment_, shift);
 }
 
 /// Null for a client that is gone.
@@ -107,8 +113,9 @@ AXUIElementRef X11AccessibilityService::elementFor(xcb_window_t window) {
 
 AXUIElementRef X11AccessibilityService::AXUIElementCopyElementAtPosition(const AXUIElementRef&,
                                                                          float x, float y) {
-    const auto window =
-        clients_.deepestAt(static_cast<int>(std::floor(x)), static_cast<int>(std::floor(y)));
+    const Point place = screens_.inRoot({x, y});
+    const auto window = clients_.deepestAt(static_cast<int>(std::floor(place.x)),
+                                           static_cast<int>(std::floor(place.y)));
     return window == XCB_NONE ? nullptr : elementFor(window);
 }
 
@@ -140,9 +147,8 @@ std::optional<WindowSnapshot> X11AccessibilityService::present(const WindowEleme
 }
 
 Frame X11AccessibilityService::frameOfWindow(const WindowElement& element) {
-    if (const auto written = element.found.window->placement.written())
-        return *written;
-    return frameOf(present(element).value_or(element.found.snapshot).frame());
+    const auto seen = present(element).value_or(element.found.snapshot);
+    return moved(frameOf(*element.found.window, seen), element.shift);
 }
 
 bool X11AccessibilityService::isActive(const WindowElement& element) {
@@ -182,7 +188,8 @@ void X11AccessibilityService::AXUIElementSetAttributeValue(const AXUIElementRef&
     if (!current)
         return;
     if (attribute == ax::position && point != nullptr)
-        window.placement.writePosition(*point, *current);
+        window.placement.writePosition({point->x - target->shift.x, point->y - target->shift.y},
+                                       *current);
     else if (attribute == ax::size && size != nullptr)
         window.placement.writeSize(*size, *current);
 }

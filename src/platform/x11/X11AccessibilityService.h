@@ -73,6 +73,7 @@ private:
 
     Connection& connection_;
     WindowManager& manager_;
+    X11Screens& screens_;
     TrackedWindows tracked_;
     Clients clients_;
     std::function<xcb_timestamp_t()> eventTime_ = [] { return XCB_CURRENT_TIME; };

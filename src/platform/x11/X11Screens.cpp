@@ -1,12 +1,13 @@
 #include "platform/x11/X11Screens.h"
 
-#include "platform/x11/Box.h"
 #include "platform/x11/Properties.h"
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <xcb/randr.h>
 
 namespace klova::x11 {
@@ -71,10 +72,11 @@ X11Screens::Inventory X11Screens::read() {
     const auto resources = askProperty(connection, connection_.root(), XCB_ATOM_RESOURCE_MANAGER);
     const auto rootCookie = xcb_get_geometry(connection, connection_.root());
     const auto monitors = askedMonitors(connection_);
-    const double scale = scaleOf(takeText(connection, resources));
+    Inventory inventory;
+    inventory.scale = scaleOf(takeText(connection, resources));
     const auto root = own(xcb_get_geometry_reply(connection, rootCookie, nullptr));
 
-    Inventory inventory;
+    auto& found = inventory.monitors;
     auto iterator = monitors ? xcb_randr_get_monitors_monitors_iterator(monitors.get())
                              : xcb_randr_monitor_info_iterator_t{};
     for (; iterator.rem > 0; xcb_randr_monitor_info_next(&iterator)) {
@@ -82,24 +84,65 @@ X11Screens::Inventory X11Screens::read() {
         if (monitor.width == 0 || monitor.height == 0)
             continue;
         if (monitor.primary != 0)
-            inventory.primary = inventory.screens.size();
-        inventory.screens.push_back(
-            {frameOf(Box{monitor.x, monitor.y, monitor.width, monitor.height}), scale});
+            inventory.primary = found.size();
+        found.push_back({{monitor.x, monitor.y, monitor.width, monitor.height}, {}});
     }
-    if (inventory.screens.empty()) {
+    if (found.empty()) {
         const auto& screen = connection_.screen();
-        const Box whole{0, 0, root ? root->width : screen.width_in_pixels,
-                        root ? root->height : screen.height_in_pixels};
-        inventory.screens.push_back({frameOf(whole), scale});
+        found.push_back({{0, 0, root ? root->width : screen.width_in_pixels,
+                          root ? root->height : screen.height_in_pixels},
+                         {}});
     }
+    shiftIntoRow(found);
     return inventory;
 }
 
-std::optional<std::vector<Screen>> X11Screens::screens() { return inventory().screens; }
+void X11Screens::shiftIntoRow(std::vector<Monitor>& monitors) {
+    std::vector<Monitor*> row;
+    row.reserve(monitors.size());
+    for (Monitor& monitor : monitors)
+        row.push_back(&monitor);
+    std::ranges::stable_sort(row, {}, [](const Monitor* monitor) { return monitor->area.x; });
+    int edge = row.front()->area.x;
+    for (Monitor* monitor : row) {
+        monitor->shift = {double(edge - monitor->area.x), double(-monitor->area.y)};
+        edge += monitor->area.width;
+    }
+}
 
-std::optional<Screen> X11Screens::mainScreen() {
-    const auto& [screens, primary] = inventory();
-    return screens[primary];
+Screen X11Screens::Inventory::screen(const Monitor& monitor) const {
+    return {moved(frameOf(monitor.area), monitor.shift), scale};
+}
+
+std::optional<std::vector<Screen>> X11Screens::screens() {
+    std::vector<Screen> screens;
+    screens.reserve(monitors().size());
+    for (const Monitor& monitor : monitors())
+        screens.push_back(inventory_->screen(monitor));
+    return screens;
+}
+
+std::optional<Screen> X11Screens::mainScreen() { return inventory().screen(mainMonitor()); }
+
+const Monitor& X11Screens::monitorOf(const Frame& frame) {
+    const int x = static_cast<int>(std::floor(midX(frame)));
+    const int y = static_cast<int>(std::floor(midY(frame)));
+    const auto distance = [](int at, int begin, int end) {
+        return std::max({begin - at, 0, at - (end - 1)});
+    };
+    return *std::ranges::min_element(monitors(), {}, [&](const Monitor& monitor) {
+        const Box& area = monitor.area;
+        return std::pair(distance(x, area.x, area.right()), distance(y, area.y, area.bottom()));
+    });
+}
+
+Point X11Screens::inRoot(Point inRow) {
+    for (const Monitor& monitor : monitors()) {
+        const Point place{inRow.x - monitor.shift.x, inRow.y - monitor.shift.y};
+        if (contains(monitor.area, place))
+            return place;
+    }
+    return inRow;
 }
 
 } // namespace klova::x11
