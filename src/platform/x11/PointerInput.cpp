@@ -55,7 +55,7 @@ std::uint32_t PointerInput::logicalButton(const RawButtonEvent& event) const {
 Event PointerInput::buttonEvent(std::uint32_t button, bool press, xcb_timestamp_t time) {
     Event event = state_.event(typeOf(button, press));
     if (press)
-        event.clickState = clicks_.press(button, time, *state_.place, settings_.shared().clicks);
+        event.clickState = countClick({button, time}, *state_.place);
     if (button == kLeft)
         leftDown_ = press;
     return event;
@@ -87,8 +87,13 @@ void PointerInput::observe(std::uint32_t button, bool press, xcb_timestamp_t tim
 
 void PointerInput::countForeignPress() {
     if (const auto press = std::exchange(undecided_, std::nullopt))
-        clicks_.press(press->button, press->time, queryPointer(state_.connection),
-                      settings_.shared().clicks);
+        countClick(*press, queryPointer(state_.connection));
+}
+
+std::int64_t PointerInput::countClick(const Press& press, Point place) {
+    ClickLimits limits = settings_.shared().clicks;
+    limits.distance *= screens_.scale(); // desktops state it in points
+    return clicks_.press(press.button, press.time, place, limits);
 }
 
 void PointerInput::frozenPress(const ButtonEvent& event) {

@@ -35,9 +35,15 @@ public:
     Point location();
 
 private:
+    struct Press {
+        std::uint32_t button = 0;
+        xcb_timestamp_t time = 0;
+    };
+
     std::uint32_t logicalButton(const RawButtonEvent& event) const;
     void observe(std::uint32_t button, bool press, xcb_timestamp_t time, Point place);
     void countForeignPress();
+    std::int64_t countClick(const Press& press, Point place);
     Event buttonEvent(std::uint32_t button, bool press, xcb_timestamp_t time);
     void readMainScreen();
 
@@ -45,11 +51,7 @@ private:
     X11Screens& screens_;
     const XSettings& settings_;
     ClickCounter clicks_;
-    double mainScreenBottom_ = 0; ///< in root pixels, y downward
-    struct Press {
-        std::uint32_t button = 0;
-        xcb_timestamp_t time = 0;
-    };
+    double mainScreenBottom_ = 0;    ///< in root pixels, y downward
     std::optional<Press> undecided_; ///< watched while armed, not yet seen frozen
     bool leftDown_ = false;
     bool motionSelected_ = false;

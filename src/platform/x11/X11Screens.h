@@ -27,6 +27,7 @@ public:
     std::optional<Screen> mainScreen() override;
 
     const std::vector<Monitor>& monitors() { return inventory().monitors; }
+    double scale() { return inventory().scale; } ///< root pixels a point
     const Monitor& mainMonitor() { return monitors()[inventory().primary]; }
 
     /// The monitor that holds the centre of a frame (root pixels), else the nearest: sideways
