@@ -28,6 +28,7 @@ Environment environmentFor(const std::filesystem::path& directory, const std::st
                         {"XDG_RUNTIME_DIR", runtime},
                         {"DBUS_SESSION_BUS_ADDRESS", "unix:path=" + (runtime / "bus").string()},
                         {"GSETTINGS_BACKEND", "memory"},
+                        {"GIO_USE_VFS", "local"}, // the other one ends programs with the bus
                         {"LANG", "C.UTF-8"},
                         {"NO_AT_BRIDGE", "1"},
                         {"LIBGL_ALWAYS_SOFTWARE", "1"}});
