@@ -101,7 +101,7 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     handleQtMessages();
     watchedConnection = x11.descriptor();
     std::atexit(endWithoutServerIfItIsGone);
-    QtApplication application;
+    QtApplication application("xcb");
     DesktopPump pump(x11, endWithoutServer);
     quitSignals.deliverTo([&application] { application.terminate(); });
     panels = &x11.panels();

@@ -23,8 +23,8 @@ struct Arguments {
     int count = 1;
 };
 
-Arguments& prepared() {
-    ::setenv("QT_QPA_PLATFORM", "xcb", 1);
+Arguments& prepared(const char* platform) {
+    ::setenv("QT_QPA_PLATFORM", platform, 1);
     // A session manager would start Klova again at each login, beside the login item.
     ::unsetenv("SESSION_MANAGER");
     // Qt complains of any other encoding and then uses this one.
@@ -39,7 +39,8 @@ Arguments& prepared() {
 
 } // namespace
 
-QtApplication::QtApplication() : application_(prepared().count, prepared().values) {
+QtApplication::QtApplication(const char* platform)
+    : application_(prepared(platform).count, prepared(platform).values) {
     QGuiApplication::setApplicationDisplayName("Klova");
     QGuiApplication::setQuitOnLastWindowClosed(false);
     std::setlocale(LC_NUMERIC, "C");

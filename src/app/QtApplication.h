@@ -9,9 +9,9 @@ namespace klova {
 
 class QtApplication final : public Application {
 public:
-    /// Opens Qt's own connection to the X display. Where Qt cannot start the process ends with one
-    /// sentence and status 70.
-    QtApplication();
+    /// Opens Qt's own connection to the desktop, `platform` being Qt's name for its kind. Where Qt
+    /// cannot start the process ends with one sentence and status 70.
+    explicit QtApplication(const char* platform);
 
     void activateIgnoringOtherApps() override;
     int runModalAlert(std::string_view message, std::string_view informative) override;

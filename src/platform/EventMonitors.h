@@ -30,7 +30,8 @@ public:
     virtual void removeMonitor(MonitorId monitor) = 0;
 
     /// The pointer in points, origin at the bottom left of the main screen, y growing upward.
-    /// While an event is dispatched it is that event's own place.
+    /// While an event is dispatched it is that event's own place. What matters is its way from one
+    /// event to the next: a desktop that tells only of steps may add them up from anywhere.
     virtual Point mouseLocation() = 0;
 };
 

@@ -16,7 +16,8 @@ class TapClient {
 public:
     virtual ~TapClient() = default;
 
-    /// Called once for each event of the tap's mask, in order. Must not throw.
+    /// Called once for each event of the tap's mask, in order. A desktop that sees only what it
+    /// holds back leaves out what comes while `armed` is false. Must not throw.
     virtual Verdict tapCallback(EventType type, const Event& event) = 0;
 
     /// Whether the next key or click would be swallowed: what a desktop that has to hold events

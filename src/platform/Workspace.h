@@ -19,8 +19,9 @@ class Workspace {
 public:
     virtual ~Workspace() = default;
 
-    /// The application whose window is active. Where none is, the desktop itself stands in as an
-    /// application without a focused window.
+    /// The application whose window is active, or was when the keys were taken from it to be held
+    /// back. Where none is, the desktop itself stands in as an application without a focused
+    /// window.
     virtual std::optional<RunningApplication> frontmostApplication() = 0;
 
     /// Every application with a window, in the order in which they came.
