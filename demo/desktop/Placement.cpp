@@ -1,5 +1,6 @@
 #include "desktop/Placement.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -61,12 +62,18 @@ Span take(Part part, Span screen) {
     std::abort();
 }
 
-bool fits(Part part, Span wanted, Span actual, int step, int minimum) {
-    // Not every manager heeds steps and minimum, so the wanted size is right in any case.
-    const bool sizeFits = actual.length == wanted.length ||
-                          (wanted.length < minimum ? actual.length == minimum
-                                                   : actual.length < wanted.length &&
-                                                         actual.length > wanted.length - step);
+struct Limits {
+    int step;
+    int minimum;
+    int maximum;
+};
+
+bool fits(Part part, Span wanted, Span actual, Limits limits) {
+    const int possible = std::max(std::min(wanted.length, limits.maximum), limits.minimum);
+    // Not every manager heeds the limits, so the wanted size is right in any case.
+    const bool sizeFits = actual.length == wanted.length || actual.length == possible ||
+                          (possible == wanted.length && actual.length < wanted.length &&
+                           actual.length > wanted.length - limits.step);
     const int slack = std::abs(wanted.length - actual.length);
     switch (part) {
     case Part::first:
@@ -93,10 +100,10 @@ std::string misplacement(Place place, const Rect& screen, const SizeLimits& limi
                          const Rect& actual) {
     const auto parts = partsOf(place);
     const auto wanted = target(place, screen);
-    if (fits(parts.across, {wanted.x, wanted.width}, {actual.x, actual.width}, limits.stepX,
-             limits.minWidth) &&
-        fits(parts.down, {wanted.y, wanted.height}, {actual.y, actual.height}, limits.stepY,
-             limits.minHeight))
+    if (fits(parts.across, {wanted.x, wanted.width}, {actual.x, actual.width},
+             {limits.stepX, limits.minWidth, limits.maxWidth}) &&
+        fits(parts.down, {wanted.y, wanted.height}, {actual.y, actual.height},
+             {limits.stepY, limits.minHeight, limits.maxHeight}))
         return {};
     auto text = "expected " + toText(wanted);
     if (limits.stepX > 1 || limits.stepY > 1)

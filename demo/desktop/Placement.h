@@ -28,7 +28,7 @@ Rect target(Place place, const Rect& screen);
 
 /// What is wrong with a window at `actual`; empty where it is in its place. Where its limits
 /// forbid the target's size it has to keep the edges that the place names: its size may fall
-/// short by less than a step, or be its minimum.
+/// short by less than a step, or be its minimum or maximum.
 std::string misplacement(Place place, const Rect& screen, const SizeLimits& limits,
                          const Rect& actual);
 

@@ -8,7 +8,8 @@ namespace klova::rig {
 namespace {
 
 std::vector<std::uint32_t> normalHints(const TestWindowOptions& options) {
-    constexpr std::uint32_t userPlaced = 1, userSized = 2, minimum = 1U << 4, steps = 1U << 6;
+    constexpr std::uint32_t userPlaced = 1, userSized = 2, minimum = 1U << 4, maximum = 1U << 5,
+                            steps = 1U << 6;
     const auto number = [](int value) { return static_cast<std::uint32_t>(value); };
     std::vector<std::uint32_t> hints(18);
     hints[0] = userPlaced | userSized | minimum;
@@ -22,6 +23,11 @@ std::vector<std::uint32_t> normalHints(const TestWindowOptions& options) {
     hints[6] = number(options.minHeight);
     hints[9] = number(options.stepX);
     hints[10] = number(options.stepY);
+    if (options.fixedSize) {
+        hints[0] |= maximum;
+        hints[5] = hints[7] = hints[3];
+        hints[6] = hints[8] = hints[4];
+    }
     return hints;
 }
 

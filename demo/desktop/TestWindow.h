@@ -21,6 +21,8 @@ struct TestWindowOptions {
     int stepY = 1;
     int minWidth = 1;
     int minHeight = 1;
+    /// Asks to be as large as it is at first, always.
+    bool fixedSize = false;
     /// Shadows that the window pretends to draw round itself, and so decorations of its own.
     std::optional<Extents> shadow = {};
     /// What the window says about its owner; this process where it is not set.

@@ -82,17 +82,31 @@ void requestMaximized(Display& display, xcb_window_t window, std::uint32_t actio
                          display.atom("_NET_WM_STATE_MAXIMIZED_VERT"), kFromPager});
 }
 
+bool supports(Display& display, const std::string& what) {
+    const auto supported = display.values(display.root(), "_NET_SUPPORTED");
+    return std::find(supported.begin(), supported.end(), display.atom(what)) != supported.end();
+}
+
 void requestFrame(Display& display, xcb_window_t window, const Rect& visible) {
     const auto grown = decoration(display, window);
     const auto offset = placingOffset(display, window, grown);
     const auto number = [](int value) { return static_cast<std::uint32_t>(value); };
+    const std::uint32_t x = number(visible.x + offset.left), y = number(visible.y + offset.top);
+    const std::uint32_t width = number(visible.width - grown.left - grown.right);
+    const std::uint32_t height = number(visible.height - grown.top - grown.bottom);
     constexpr std::uint32_t northWest = 1;
     constexpr std::uint32_t allFour = 0xFU << 8;
-    display.tellManager(window, "_NET_MOVERESIZE_WINDOW",
-                        {northWest | allFour | kFromPager << 12, number(visible.x + offset.left),
-                         number(visible.y + offset.top),
-                         number(visible.width - grown.left - grown.right),
-                         number(visible.height - grown.top - grown.bottom)});
+    if (supports(display, "_NET_MOVERESIZE_WINDOW")) {
+        display.tellManager(window, "_NET_MOVERESIZE_WINDOW",
+                            {northWest | allFour | kFromPager << 12, x, y, width, height});
+        return;
+    }
+    const std::uint32_t values[] = {x, y, width, height};
+    xcb_configure_window(display.get(), window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values);
+    display.roundTrip();
 }
 
 bool near(const Rect& a, const Rect& b, int slack) {
@@ -206,9 +220,7 @@ bool isManaged(Display& display, xcb_window_t window) {
 }
 
 bool isSettled(Display& display, xcb_window_t window) {
-    const auto supported = display.values(display.root(), "_NET_SUPPORTED");
-    const bool tells = std::find(supported.begin(), supported.end(),
-                                 display.atom("_NET_FRAME_EXTENTS")) != supported.end();
+    const bool tells = supports(display, "_NET_FRAME_EXTENTS");
     return isManaged(display, window) &&
            (!tells || wantsNoFrame(display, window) || publishesExtents(display, window));
 }
@@ -272,7 +284,7 @@ bool place(Display& display, xcb_window_t window, const Rect& visible, int slack
 }
 
 SizeLimits sizeLimits(Display& display, xcb_window_t window) {
-    constexpr std::uint32_t hasMinimum = 1U << 4, hasSteps = 1U << 6;
+    constexpr std::uint32_t hasMinimum = 1U << 4, hasMaximum = 1U << 5, hasSteps = 1U << 6;
     const auto hints = display.values(window, "WM_NORMAL_HINTS");
     SizeLimits limits;
     if (hints.size() < 18)
@@ -282,10 +294,14 @@ SizeLimits sizeLimits(Display& display, xcb_window_t window) {
         limits.stepX = std::max(1, number(9));
         limits.stepY = std::max(1, number(10));
     }
+    const auto grown = decoration(display, window);
     if ((hints[0] & hasMinimum) != 0) {
-        const auto grown = decoration(display, window);
         limits.minWidth = number(5) + grown.left + grown.right;
         limits.minHeight = number(6) + grown.top + grown.bottom;
+    }
+    if ((hints[0] & hasMaximum) != 0) {
+        limits.maxWidth = number(7) + grown.left + grown.right;
+        limits.maxHeight = number(8) + grown.top + grown.bottom;
     }
     return limits;
 }

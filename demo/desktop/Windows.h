@@ -5,6 +5,7 @@
 #include "desktop/Process.h"
 #include "desktop/Rect.h"
 
+#include <limits>
 #include <optional>
 #include <string>
 #include <sys/types.h>
@@ -72,6 +73,8 @@ struct SizeLimits {
     int stepY = 1;
     int minWidth = 1; // of the visible frame
     int minHeight = 1;
+    int maxWidth = std::numeric_limits<int>::max();
+    int maxHeight = std::numeric_limits<int>::max();
 };
 SizeLimits sizeLimits(Display& display, xcb_window_t window);
 

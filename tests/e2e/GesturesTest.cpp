@@ -81,11 +81,16 @@ TEST_P(GesturesTest, SnapsPlaceWhatIsSeenOfASelfDecoratedWindow) {
     expectEverySnap(window);
 }
 
-TEST_P(GesturesTest, SnapsKeepTheNamedEdgesOfAWindowThatCannotBeSoSmall) {
-    TestWindow window(display.name(),
-                      {.area = inside(60, 60, 520, 500), .minWidth = 500, .minHeight = 480});
-    ASSERT_TRUE(activate(display, window.id()));
-    expectEverySnap(window.id());
+TEST_P(GesturesTest, SnapsKeepTheNamedEdgesOfAWindowThatCannotTakeThatSize) {
+    hands().setSpacing(10ms); // the second of two keys comes while the first is answered
+    for (const bool fixed : {false, true}) {
+        TestWindow window(display.name(), {.area = inside(60, 60, 520, 500),
+                                           .minWidth = 500,
+                                           .minHeight = 480,
+                                           .fixedSize = fixed});
+        ASSERT_TRUE(activate(display, window.id()));
+        expectEverySnap(window.id());
+    }
 }
 
 TEST_P(GesturesTest, DoubleClicksMaximizeAndCentreInTurn) {

@@ -234,11 +234,14 @@ void Placement::conclude(Clock::time_point now) {
 /// the monitor back onto it, and measure that by the size asked for.
 Box Placement::goalFor(const Box& result) const {
     const Box wanted = boxOf(wanted_);
-    if (!sent_->heard)
-        return wanted; // the manager is late: what is to be seen is no answer
+    // A manager is silent where it is late, and then what is to be seen is no answer, or where it
+    // has nothing to change about a window that does not take the size.
+    const bool there = result.x == wanted.x && result.y == wanted.y;
+    if (!sent_->heard && !there)
+        return wanted;
     const Point corner = anchored(result);
-    const bool agreed =
-        result.width == sent_->before.width && result.height == sent_->before.height;
+    const bool agreed = sent_->heard && result.width == sent_->before.width &&
+                        result.height == sent_->before.height;
     const Box& size = agreed ? result : wanted;
     return {static_cast<int>(corner.x), static_cast<int>(corner.y), size.width, size.height};
 }
