@@ -9,7 +9,7 @@ namespace {
 bool answersOnlyForManaged(Display& display) {
     const auto check = display.values(display.root(), "_NET_SUPPORTING_WM_CHECK");
     const auto name = check.empty() ? "" : display.text(check[0], "_NET_WM_NAME");
-    return name == "KWin" || name == "Fluxbox";
+    return name == "KWin" || name == "Fluxbox" || name == "awesome";
 }
 
 /// Calls `ask` now and then until the answer is there: a manager that is just starting may lose

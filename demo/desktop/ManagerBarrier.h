@@ -9,8 +9,8 @@ namespace klova::rig {
 
 class ManagerBarrier {
 public:
-    /// On a manager that answers no questions about unmanaged windows (KWin, Fluxbox) this adds a
-    /// minimized window of class "Barrier" to those under management.
+    /// On a manager that answers no questions about unmanaged windows (KWin, Fluxbox, awesome) this
+    /// adds a minimized window of class "Barrier" to those under management.
     explicit ManagerBarrier(const std::string& display);
 
     /// Returns once the manager has answered a question asked now: every request that the server

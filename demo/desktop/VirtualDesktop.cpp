@@ -13,7 +13,9 @@ VirtualDesktop::VirtualDesktop(const DesktopOptions& options)
     if (options.prepare)
         options.prepare(session_, display_);
     if (!options.windowManager.empty())
-        manager_.emplace(session_, display_, options.windowManager);
+        manager_.emplace(session_, display_, options.windowManager,
+                         options.managersTray ? WindowManager::Start::withTray
+                                              : WindowManager::Start::first);
 }
 
 void VirtualDesktop::replaceManager() {

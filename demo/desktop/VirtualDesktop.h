@@ -20,6 +20,8 @@ struct DesktopOptions {
     ServerKind server = ServerKind::offScreen;
     /// Splits the screen in two before the window manager starts (see splitMonitors).
     bool twoMonitors = false;
+    /// Has the window manager show its own tray, where it has one.
+    bool managersTray = false;
     /// Called before the window manager starts, to write settings for it.
     std::function<void(Session&, Display&)> prepare = {};
     /// The X server's own.

@@ -20,6 +20,7 @@ struct Recipe {
     std::string name;
     std::vector<std::string> command; // "~" stands for the home directory
     std::vector<SettingsFile> files;
+    std::vector<SettingsFile> trayFiles = {}; // instead, for a tray of its own
 };
 
 const std::vector<Recipe>& recipes() {
@@ -35,19 +36,33 @@ const std::vector<Recipe>& recipes() {
         {"icewm",
          {"icewm"},
          {{".icewm/preferences", "ShowTaskBar=0\nShowSplash=0\nShowProgramsMenu=0\n"},
-          {".icewm/theme", "Theme=\"default/default.theme\"\n"}}},
+          {".icewm/theme", "Theme=\"default/default.theme\"\n"}},
+         {{".icewm/preferences", "ShowSplash=0\n"}}},
         {"fluxbox",
          {"fluxbox", "-no-slit", "-no-toolbar"},
          {{".fluxbox/init", "session.configVersion: 13\n"
                             "session.screen0.toolbar.visible: false\n"},
+          {".fluxbox/overlay", "background: none\n"}},
+         {{".fluxbox/init", "session.configVersion: 13\n"
+                            "session.screen0.toolbar.tools: iconbar, systemtray\n"},
           {".fluxbox/overlay", "background: none\n"}}},
-        {"jwm", {"jwm", "-f", "~/.jwmrc"}, {{".jwmrc", "<?xml version=\"1.0\"?>\n<JWM/>\n"}}},
+        {"jwm",
+         {"jwm", "-f", "~/.jwmrc"},
+         {{".jwmrc", "<?xml version=\"1.0\"?>\n<JWM/>\n"}},
+         {{".jwmrc",
+           "<?xml version=\"1.0\"?>\n<JWM><Tray y=\"-1\" height=\"28\"><Dock/></Tray></JWM>\n"}}},
         {"i3",
          {"i3", "-c", "~/.config/i3/config"},
          {{".config/i3/config", "# i3 config file (v4)\n"
                                 "font pango:monospace 9\n"
                                 "for_window [all] floating enable\n"
-                                "floating_maximum_size -1 x -1\n"}}},
+                                "floating_maximum_size -1 x -1\n"}},
+         {{".config/i3/config", "# i3 config file (v4)\n"
+                                "font pango:monospace 9\n"
+                                "for_window [all] floating enable\n"
+                                "bar {\n}\n"}}},
+        // As it comes: floating windows, and a tray in its bar.
+        {"awesome", {"awesome"}, {}},
     };
     return table;
 }
@@ -62,7 +77,8 @@ const Recipe& recipeFor(const std::string& name) {
 }
 
 Process start(Session& session, const Recipe& recipe, WindowManager::Start way) {
-    for (const auto& file : recipe.files)
+    const bool tray = way == WindowManager::Start::withTray && !recipe.trayFiles.empty();
+    for (const auto& file : tray ? recipe.trayFiles : recipe.files)
         writeFile(session.home() / file.name, file.text);
     auto command = recipe.command;
     for (auto& word : command)
@@ -83,6 +99,10 @@ const std::vector<std::string>& windowManagerNames() {
         return result;
     }();
     return names;
+}
+
+bool WindowManager::hasTray() const {
+    return name_ == "awesome" || !recipeFor(name_).trayFiles.empty();
 }
 
 WindowManager::WindowManager(Session& session, Display& display, const std::string& name, Start way)

@@ -11,7 +11,7 @@
 
 namespace klova::rig {
 
-/// openbox, xfwm4, marco, metacity, mutter, kwin, icewm, fluxbox, jwm and i3.
+/// openbox, xfwm4, marco, metacity, mutter, kwin, icewm, fluxbox, jwm, i3 and awesome.
 const std::vector<std::string>& windowManagerNames();
 
 class WindowManager {
@@ -19,6 +19,7 @@ public:
     enum class Start {
         first,
         replacing, // the manager that runs
+        withTray,  // on show, where it has one of its own
     };
 
     /// Returns once the manager announces itself on the root window. Throws std::runtime_error
@@ -32,6 +33,8 @@ public:
 
     /// i3 knows no minimizing.
     bool minimizes() const { return name_ != "i3"; }
+
+    bool hasTray() const;
 
     /// Some move a window back that would leave the screen.
     bool keepsWindowsOnScreen() const {
