@@ -17,7 +17,7 @@ nested_packages=(xserver-xephyr)
 view_packages=(tigervnc-scraping-server novnc websockify)
 test_packages=(
     xfwm4 marco mate-settings-daemon-common metacity mutter kwin-x11 kwin-style-breeze
-    icewm fluxbox jwm i3-wm
+    icewm fluxbox jwm i3-wm awesome
     trayer xfce4-panel xfconf libglib2.0-bin at-spi2-core
     dex desktop-file-utils dunst xauth i3lock faketime weston xwayland
     clang libclang-rt-14-dev
