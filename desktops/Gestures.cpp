@@ -90,7 +90,7 @@ Finding rightClick(const Path& klova, const std::string& manager) {
     trial.focus(other.id()); // some managers give it the focus when they find the time
     const rig::TestWindow window(trial.display().name());
     trial.prepare(window.id());
-    const auto finding = minimized(trial, window.id());
+    auto finding = minimized(trial, window.id());
     return rig::isMinimized(trial.display(), other.id())
                ? Finding{Outcome::fails, "another window is minimized"}
                : finding;
@@ -104,7 +104,7 @@ Finding letter(const Path& klova, const std::string& manager) {
     const rig::TestWindow window(display.name());
     trial.prepare(window.id());
     const auto before = rig::visibleFrame(display, window.id());
-    if (const auto finding = minimized(trial, window.id()); finding.outcome != Outcome::works)
+    if (auto finding = minimized(trial, window.id()); finding.outcome != Outcome::works)
         return finding;
     trial.klova().holdActivationKeys();
     trial.hands().tap(XKB_KEY_c);
@@ -180,7 +180,7 @@ Finding terminal(const Path& klova, const std::string& manager) {
     auto program = trial.desktop().launch({"xterm"});
     const auto window = rig::awaitWindow(trial.display(), program);
     trial.prepare(window);
-    const auto finding = judged(trial, trial.snap(window, rig::snapGestures()));
+    auto finding = judged(trial, trial.snap(window, rig::snapGestures()));
     return finding.outcome == Outcome::works && !takesAnySize(trial, window)
                ? Finding{Outcome::worksInSteps, ""}
                : finding;

@@ -140,6 +140,7 @@ TEST_P(TapTest, FastKeysAreExactToo) {
         return; // it loses keys of its own at such a speed
     TestWindow window(display.name());
     ASSERT_TRUE(activate(display, window.id()));
+    awaitRest(); // awesome names a window active before it gives it the focus
     for (const auto spacing : {200us, 50us}) {
         hands().setSpacing(spacing);
         playChords([&](int i) { hands().tap(i % 2 == 0 ? XKB_KEY_Left : XKB_KEY_k); }, false);
