@@ -27,7 +27,7 @@ bench_packages=(
     xfce4-panel xfconf libglib2.0-bin
     sxhkd wmctrl binutils
 )
-lint_packages=(clang-format clang-tidy)
+lint_packages=(clang-format clang-tidy doxygen)
 package_packages=(build-essential debhelper lintian desktop-file-utils appstream man-db)
 check_packages=(debootstrap)
 
