@@ -3,9 +3,16 @@
 #include <QAbstractEventDispatcher>
 #include <algorithm>
 #include <chrono>
+#include <glib.h>
+#include <span>
 #include <utility>
 
 namespace klova {
+namespace {
+
+DesktopPump* pump = nullptr;
+
+} // namespace
 
 DesktopPump::DesktopPump(EventSource& source, std::function<void()> gone)
     : source_(source), gone_(std::move(gone)),
@@ -17,6 +24,30 @@ DesktopPump::DesktopPump(EventSource& source, std::function<void()> gone)
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { handled(source_.dispatch()); });
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
                      &notifier_, [this] { handled(source_.dispatchReceived()); });
+    pump = this;
+    g_main_context_set_poll_func(nullptr, [](GPollFD* descriptors, guint count, gint timeout) {
+        static_assert(sizeof(GPollFD) == sizeof(pollfd)); // which GLib promises
+        return wait(reinterpret_cast<pollfd*>(descriptors), count, timeout);
+    });
+}
+
+DesktopPump::~DesktopPump() {
+    g_main_context_set_poll_func(nullptr, nullptr);
+    pump = nullptr;
+}
+
+/// A key that is held back waits for its answer, so it gets that here and not only after the loop
+/// has asked all its sources. Where the loop is not GLib's the notifier does the same a bit later.
+int DesktopPump::wait(pollfd* descriptors, unsigned count, int timeout) {
+    int ready = ::poll(descriptors, count, timeout);
+    for (pollfd& descriptor : std::span(descriptors, count)) {
+        if (descriptor.fd != pump->source_.descriptor() || descriptor.revents != POLLIN)
+            continue;
+        descriptor.revents = 0;
+        --ready;
+        pump->handled(pump->source_.dispatch());
+    }
+    return ready;
 }
 
 void DesktopPump::handled(bool there) {

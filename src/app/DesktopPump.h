@@ -7,16 +7,22 @@
 #include <QTimer>
 #include <functional>
 #include <optional>
+#include <poll.h>
 
 namespace klova {
 
 /// Wakes the loop when the source has something to do and at no other time. Needs a running
-/// QApplication; `source` is borrowed. `gone` is called when the desktop has ended.
+/// QApplication, and is the only one; `source` is borrowed. `gone` is called when the desktop has
+/// ended. What handles the source's events must not run a loop of its own.
 class DesktopPump {
 public:
     DesktopPump(EventSource& source, std::function<void()> gone);
+    ~DesktopPump();
+    DesktopPump(const DesktopPump&) = delete;
+    DesktopPump& operator=(const DesktopPump&) = delete;
 
 private:
+    static int wait(pollfd* descriptors, unsigned count, int timeout);
     void handled(bool there);
     void setTimer(std::optional<EventSource::Clock::time_point> deadline);
 

@@ -3,6 +3,7 @@
 #include "app/Alert.h"
 
 #include <QAccessible>
+#include <QPixmapCache>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
@@ -43,6 +44,7 @@ QtApplication::QtApplication(const char* platform)
     : application_(prepared(platform).count, prepared(platform).values) {
     QGuiApplication::setApplicationDisplayName("Klova");
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    QPixmapCache::setCacheLimit(0); // Qt would wake up every half a minute to look through it
     std::setlocale(LC_NUMERIC, "C");
     // Makes the bridge to screen readers, which asks the session bus and waits for the answer: now
     // and not with the first panel, when keys may be held back.
