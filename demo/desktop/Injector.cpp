@@ -1,7 +1,6 @@
 #include "desktop/Injector.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <stdexcept>
 #include <thread>
@@ -60,6 +59,21 @@ void Injector::chord(const std::vector<xcb_keysym_t>& held, xcb_keysym_t symbol)
 void Injector::click(std::uint8_t button) {
     pressButton(button);
     releaseButton(button);
+}
+
+void Injector::mapButtons(const ButtonMap& buttons) {
+    constexpr std::uint8_t mouse = 4; // XTEST's own
+    auto* connection = display_.get();
+    owned(
+        xcb_input_open_device_reply(connection, xcb_input_open_device(connection, mouse), nullptr));
+    owned(xcb_input_set_device_button_mapping_reply(
+        connection,
+        xcb_input_set_device_button_mapping(connection, mouse, kButtons, buttons.data()), nullptr));
+}
+
+void Injector::mapAllButtons(const ButtonMap& buttons) {
+    xcb_set_pointer_mapping(display_.get(), kButtons, buttons.data());
+    roundTrip();
 }
 
 void Injector::movePointer(int x, int y) { send(XCB_MOTION_NOTIFY, 0, x, y); }

@@ -3,6 +3,7 @@
 
 #include "desktop/Display.h"
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <string>
@@ -41,6 +42,13 @@ public:
     void pressButton(std::uint8_t button) { send(XCB_BUTTON_PRESS, button, 0, 0); }
     void releaseButton(std::uint8_t button) { send(XCB_BUTTON_RELEASE, button, 0, 0); }
     void click(std::uint8_t button);
+
+    /// What the buttons count as, from the first on: those of this mouse, or of all together (which
+    /// comes on top).
+    static constexpr std::uint8_t kButtons = 10;
+    using ButtonMap = std::array<std::uint8_t, kButtons>;
+    void mapButtons(const ButtonMap& buttons);
+    void mapAllButtons(const ButtonMap& buttons);
 
     /// Puts the pointer at a place in root pixels, y growing downward.
     void movePointer(int x, int y);

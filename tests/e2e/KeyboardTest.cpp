@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 #include <set>
+#include <xcb/xinput.h>
 
 using namespace klova::rig;
 
@@ -48,7 +49,7 @@ protected:
 
     /// Nothing but modifiers reached the window, and none of them is stuck.
     void expectNoLeak(const std::string& what) {
-        const std::set modifiers = {37, 50, 64, 66, 77, 78, 105, 133, 134}; // and lock keys
+        const std::set modifiers = {37, 50, 64, 66, 77, 78, 105, 108, 133, 134}; // and lock keys
         std::set<int> down;
         for (const int code : received()) {
             EXPECT_TRUE(modifiers.contains(std::abs(code))) << code << " leaked: " << what;
@@ -125,7 +126,7 @@ TEST_P(KeyboardTest, RightHandKeysDoNotArmAndReachTheWindow) {
 }
 
 TEST_P(KeyboardTest, LayoutsSwapModifiersByMeaningAndKeepLettersByPlace) {
-    const std::uint8_t capsKey = 66, controlKey = 37;
+    const std::uint8_t capsKey = 66, controlKey = 37, scrollKey = 78;
     ASSERT_EQ(desktop.launch({"setxkbmap", "-option", "ctrl:swapcaps"}).waitExit(kDeadline), 0);
     ASSERT_TRUE(waitUntil(display, "new grabs", [&] {
         return keyReserved(display, capsKey, XCB_MOD_MASK_4) &&
@@ -135,39 +136,52 @@ TEST_P(KeyboardTest, LayoutsSwapModifiersByMeaningAndKeepLettersByPlace) {
     expectPlace(Place::right, "Ctrl on the key of CapsLock");
     expectNoLeak("swapped Ctrl");
 
-    ASSERT_EQ(desktop.launch({"setxkbmap", "-option", "", "-layout", "fr"}).waitExit(kDeadline), 0);
-    ASSERT_TRUE(waitUntil(display, "old grabs",
-                          [&] { return keyReserved(display, controlKey, XCB_MOD_MASK_4); }));
-    const Stroke letters[] = {{XKB_KEY_q, Place::left},
-                              {XKB_KEY_s, Place::bottom},
-                              {XKB_KEY_d, Place::right},
-                              {XKB_KEY_z, Place::top}};
-    for (const auto& [letter, place] : letters) {
-        hands().chord(kActivation, letter);
-        expectPlace(place, "a French letter");
+    hands().press(kActivation); // and the map changes under them
+    const std::pair<std::vector<std::string>, Keys> rows[] = {
+        {{"fr"}, {XKB_KEY_q, XKB_KEY_s, XKB_KEY_d, XKB_KEY_z}},
+        {{"us", "-variant", "dvorak"}, {XKB_KEY_a, XKB_KEY_o, XKB_KEY_e, XKB_KEY_comma}},
+        {{"us,ru", "-variant", "", "-option", "grp:sclk_toggle"},
+         {XKB_KEY_a, XKB_KEY_s, XKB_KEY_d, XKB_KEY_w}}};
+    for (const auto& [layout, letters] : rows) {
+        std::vector<std::string> command{"setxkbmap", "-option", "", "-layout"};
+        command.insert(command.end(), layout.begin(), layout.end());
+        ASSERT_EQ(desktop.launch(command).waitExit(kDeadline), 0);
+        hands().pressCode(scrollKey); // in the last layout it switches to the second group
+        hands().releaseCode(scrollKey);
+        const Place places[] = {Place::left, Place::bottom, Place::right, Place::top};
+        for (std::size_t i = 0; i < letters.size(); ++i) {
+            hands().tap(letters[i]);
+            expectPlace(places[i], layout[0]);
+        }
+        hands().tap(XKB_KEY_v);
+        expectPlace(Place::top, "no letter but those four");
     }
-    hands().chord(kActivation, XKB_KEY_w);
-    expectNoLeak("French letters");
-    expectPlace(Place::top, "no letter but those four");
+    hands().release(kActivation);
+    hands().chord(kActivation, XKB_KEY_a);
+    expectPlace(Place::left, "in the second group");
+    expectNoLeak("letters");
 }
 
 TEST_P(KeyboardTest, LeftHandedPointersHaveTheirButtonsSwapped) {
-    const std::array<std::uint8_t, 10> swapped{3, 2, 1, 4, 5, 6, 7, 8, 9, 10};
-    xcb_set_pointer_mapping(display.get(), swapped.size(), swapped.data());
-    display.roundTrip();
+    const Injector::ButtonMap plain{1, 2, 3, 4, 5, 6, 7, 8, 9, 10},
+        swapped{3, 2, 1, 4, 5, 6, 7, 8, 9, 10};
     hands().setSpacing(2ms); // presses within a millisecond count as one
-    hands().movePointer(200, 200);
-    hands().press(kActivation);
-    klova->click(3);
-    klova->click(3);
-    expectPlace(Place::wholeScreen, "double click with the right-hand button");
-    hands().click(1);
-    EXPECT_TRUE(awaitMinimized(display, window.id()));
-    hands().tap(XKB_KEY_c);
-    EXPECT_TRUE(awaitMinimized(display, window.id(), false));
-    hands().release(kActivation);
-    takeFocus();
-    expectNoLeak("swapped buttons");
+    for (const bool everyMouse : {true, false}) {
+        hands().mapAllButtons(everyMouse ? swapped : plain);
+        hands().mapButtons(everyMouse ? plain : swapped);
+        hands().movePointer(200, 200);
+        hands().press(kActivation);
+        klova->click(3);
+        klova->click(3);
+        expectPlace(everyMouse ? Place::wholeScreen : Place::centre, "right-hand double click");
+        hands().click(1);
+        EXPECT_TRUE(awaitMinimized(display, window.id()));
+        hands().tap(XKB_KEY_c);
+        EXPECT_TRUE(awaitMinimized(display, window.id(), false));
+        hands().release(kActivation);
+        takeFocus();
+        expectNoLeak("swapped buttons");
+    }
 }
 
 TEST_P(KeyboardTest, AKeyThatSticksArmsUntilItIsLetGo) {
@@ -213,6 +227,33 @@ TEST_P(KeyboardTest, AKeyThatSticksArmsUntilItIsLetGo) {
     expectPlace(Place::right, "locked by no key");
     lockModifiers(display, 0);
     expectPassing("unlocked by no key");
+}
+
+TEST_P(KeyboardTest, EveryChoiceOfKeysArmsAndNoOther) {
+    constexpr std::uint32_t shift = XCB_MOD_MASK_SHIFT, control = XCB_MOD_MASK_CONTROL;
+    constexpr std::uint32_t alt = XCB_MOD_MASK_1, super = XCB_MOD_MASK_4;
+    const std::tuple<std::string, std::uint32_t, Keys> rows[] = {
+        {"59, 58", alt | control, {XKB_KEY_Alt_L, XKB_KEY_Control_L}},
+        {"56, 59", control | shift, {XKB_KEY_Control_L, XKB_KEY_Shift_L}},
+        {"55, 58, 59", super | alt | control, {XKB_KEY_Control_L, XKB_KEY_Super_L, XKB_KEY_Alt_L}},
+        {"62, 61", control | alt, {XKB_KEY_Control_R, XKB_KEY_Alt_R}},
+        {"58", alt, {XKB_KEY_Alt_L}}};
+    const int arrow = hands().keyCode(XKB_KEY_Right);
+    for (const auto& [codes, modifiers, keys] : rows) {
+        klova->process().signal(SIGTERM);
+        klova->process().waitExit(kDeadline);
+        writeFile(desktop.session().preferences(),
+                  R"({"isNotFirstTime": true, "activationKeys": [)" + codes + "]}");
+        klova->process() = desktop.launch({KLOVA_BINARY});
+        ASSERT_TRUE(waitUntil(display, "grabs of " + codes,
+                              [&] { return buttonReserved(display, 1, modifiers); }));
+        takeFocus();
+        hands().chord(keys, XKB_KEY_Left);
+        expectPlace(Place::left, codes);
+        expectNoLeak(codes);
+        hands().chord(Keys(keys.begin() + 1, keys.end()), XKB_KEY_Right);
+        EXPECT_TRUE(std::ranges::count(received(), arrow)) << codes << " without the first";
+    }
 }
 
 TEST_P(KeyboardTest, AnOpenMenuKeepsTheKeysUntilItCloses) {
