@@ -20,6 +20,7 @@ test_packages=(
     icewm fluxbox jwm i3-wm awesome
     trayer xfce4-panel xfconf libglib2.0-bin at-spi2-core
     dex desktop-file-utils dunst xauth i3lock faketime weston xwayland
+    xsettingsd
     clang libclang-rt-14-dev
 )
 bench_packages=(

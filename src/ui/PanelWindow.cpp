@@ -54,7 +54,12 @@ PanelWindow::PanelWindow(const WindowAttributes& attributes)
     if (panels != nullptr)
         panels->setCompositedChanged(invalidateShadows);
     setWindowIcon(imageNamed("klova"));
+    for (const QScreen* screen : QGuiApplication::screens())
+        QObject::connect(
+            screen, &QScreen::logicalDotsPerInchChanged, this, [this] { takeScale(); },
+            Qt::QueuedConnection);
     winId();
+    scale_ = devicePixelRatio();
     center(); // which asks the server for the pointer: the window is known there from now on
 }
 
@@ -110,6 +115,20 @@ void PanelWindow::showInFront() {
 void PanelWindow::activateWhenShown() {
     if (std::exchange(activating_, false) && panels != nullptr)
         panels->activate(winId());
+}
+
+/// A window keeps its pixels when the scale changes, so that its content no longer fits: the panel
+/// goes on in a window of the new scale.
+void PanelWindow::takeScale() {
+    if (std::exchange(scale_, screen()->devicePixelRatio()) == scale_)
+        return;
+    const bool shown = isVisible();
+    hide();
+    destroy();
+    create();
+    center();
+    if (shown)
+        showInFront();
 }
 
 bool PanelWindow::event(QEvent* event) {

@@ -57,9 +57,11 @@ protected:
 private:
     bool shadowed() const;
     void activateWhenShown();
+    void takeScale();
 
     WindowAttributes attributes_;
     QWidget* contentView_ = nullptr; ///< a child
+    double scale_ = 1;               ///< pixels a point, of the window as it was made
     PanelEdge* edge_ = nullptr;      ///< the content view's, once it is rounded
     QPixmap shadow_;                 ///< null where none is shown
     bool activating_ = false;        ///< until the window is on the screen

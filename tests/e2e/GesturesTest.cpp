@@ -102,6 +102,12 @@ TEST_P(GesturesTest, DoubleClicksMaximizeAndCentreInTurn) {
         klova->doubleClick(x += 40, screen().y + 300);
         expectPlace(window.id(), place, "double click");
     }
+    display.setText(display.root(), "RESOURCE_MANAGER", "STRING", "Xft.dpi:\t192\n");
+    for (const int step : {40, 9}) {
+        hands().movePointer(x += step, screen().y + 300);
+        klova->click(1);
+    }
+    expectPlace(window.id(), Place::centre, "9 pixels away, which are 4.5 points now");
     klova->releaseActivationKeys();
 }
 

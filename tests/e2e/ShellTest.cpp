@@ -276,5 +276,20 @@ TEST_P(PreferencesTest, areSavedAndInForceAtOnce) {
 INSTANTIATE_TEST_SUITE_P(By, PreferencesTest, testing::Values("Pointer", "Keyboard"),
                          [](const auto& test) { return std::string(test.param); });
 
+TEST_F(ShellTest, aNewScaleIsInForceAtOnce) {
+    const auto file = desktop.session().directory() / "xsettings";
+    writeFile(file, "Xft/DPI 98304\n");
+    Process daemon = desktop.launch({"xsettingsd", "-c", file.string()});
+    awaitOwner(display, "_XSETTINGS_S0");
+    start(R"({"isNotFirstTime": true, "activationKeys": [59]})");
+    EXPECT_EQ(visibleFrame(display, openFromMenu("Preferences…")).width, 310);
+    writeFile(file, "Xft/DPI 196608\n");
+    daemon.signal(SIGHUP);
+    EXPECT_TRUE(waitUntil(display, "a panel of twice the size", [&] {
+        const auto panel = windowOfProcess(display, klova->id());
+        return panel && visibleFrame(display, *panel).width == 620;
+    }));
+}
+
 } // namespace
 } // namespace klova::rig
