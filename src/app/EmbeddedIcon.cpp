@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QScreen>
+#include <algorithm>
 
 namespace klova {
 namespace {
@@ -55,12 +56,18 @@ void EmbeddedIcon::mousePressEvent(QMouseEvent* event) {
     menu_.popup(besideIcon({corner.toPoint(), size()}, menu_));
 }
 
+/// A tray of a fixed height may give an icon more width than that.
+QRect EmbeddedIcon::square() const {
+    const int side = std::min(width(), height());
+    return {(width() - side) / 2, (height() - side) / 2, side, side};
+}
+
 void EmbeddedIcon::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.fillRect(rect(), Qt::transparent);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    icon_.paint(&painter, rect());
+    icon_.paint(&painter, square());
 }
 
 void EmbeddedIcon::resizeEvent(QResizeEvent*) { cutOut(); }
@@ -70,12 +77,16 @@ void EmbeddedIcon::resizeEvent(QResizeEvent*) { cutOut(); }
 void EmbeddedIcon::cutOut() {
     if (blends_)
         return;
-    QImage shape(size(), QImage::Format_ARGB32_Premultiplied);
+    const double scale = devicePixelRatio();
+    QImage shape(size() * scale, QImage::Format_ARGB32_Premultiplied);
+    shape.setDevicePixelRatio(scale);
     shape.fill(Qt::transparent);
     QPainter painter(&shape);
     painter.setOpacity(0.55); // half is where a mask begins
-    icon_.paint(&painter, rect());
+    icon_.paint(&painter, square());
     painter.end();
+    // Masks are made of whole points.
+    shape = shape.scaled(size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     setMask(QBitmap::fromImage(shape.createAlphaMask()));
 }
 

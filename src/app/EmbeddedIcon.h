@@ -22,6 +22,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QRect square() const;
     void cutOut();
 
     bool blends_;

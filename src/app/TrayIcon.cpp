@@ -3,6 +3,8 @@
 #include "ui/Images.h"
 
 #include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
 
 namespace klova {
 
@@ -23,6 +25,9 @@ TrayIcon::TrayIcon(TrayArea& area)
     };
     host_.setChanged(changed);
     area_.setChanged(changed);
+    // An embedded icon keeps its pixels when the scale changes, and would no longer fit into them.
+    for (const QScreen* screen : QGuiApplication::screens())
+        QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, &kindTimer_, changed);
 }
 
 void TrayIcon::setMenu(QMenu& menu) {
