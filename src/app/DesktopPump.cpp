@@ -45,9 +45,9 @@ int DesktopPump::wait(pollfd* descriptors, unsigned count, int timeout) {
             continue;
         descriptor.revents = 0;
         --ready;
-        pump->handled(pump->source_.dispatch());
+        pump->handled(pump->source_.dispatch() && pump->source_.dispatchReceived());
     }
-    return ready;
+    return ready; // Qt may wait again at once, without saying that it is about to block
 }
 
 void DesktopPump::handled(bool there) {
