@@ -39,6 +39,12 @@ constexpr Box grown(const Box& box, const Edges& edges) {
 
 constexpr Box shrunk(const Box& box, const Edges& edges) { return grown(box, Edges{} - edges); }
 
+/// Of two boxes that overlap.
+constexpr Box intersection(const Box& a, const Box& b) {
+    const int x = std::max(a.x, b.x), y = std::max(a.y, b.y);
+    return {x, y, std::min(a.right(), b.right()) - x, std::min(a.bottom(), b.bottom()) - y};
+}
+
 constexpr Frame frameOf(const Box& box) {
     return {{double(box.x), double(box.y)}, {double(box.width), double(box.height)}};
 }

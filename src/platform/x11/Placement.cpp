@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 
 namespace klova::x11 {
 namespace {
@@ -208,15 +209,19 @@ void Placement::judge(Clock::time_point now) {
         return;
     }
     const Box result = truth->frame();
-    const Box goal = goalFor(result);
-    const bool placed = result.x == goal.x && result.y == goal.y;
     const bool assumed = truth->extents() == sent_->extents;
+    const bool pushed = assumed && insistsOn(result);
+    if (pushed)
+        sent_->room = intersection(boxOf(wanted_), result);
+    const Box goal = pushed ? *sent_->room : goalFor(result);
+    const bool placed = !pushed && result.x == goal.x && result.y == goal.y;
     if ((placed && assumed && !truth->maximized && !truth->fullscreen) || sent_->corrections == 0) {
         conclude(now);
         return;
     }
     --sent_->corrections;
-    sent_->before = result;
+    if (sent_->heard)
+        sent_->before = result;
     request(goal, now);
 }
 
@@ -233,7 +238,7 @@ void Placement::conclude(Clock::time_point now) {
 /// A size that two answers agree on is the one to ask for: managers push what would reach beyond
 /// the monitor back onto it, and measure that by the size asked for.
 Box Placement::goalFor(const Box& result) const {
-    const Box wanted = boxOf(wanted_);
+    const Box wanted = sent_->room.value_or(boxOf(wanted_));
     // A manager is silent where it is late, and then what is to be seen is no answer, or where it
     // has nothing to change about a window that does not take the size.
     const bool there = result.x == wanted.x && result.y == wanted.y;
@@ -246,12 +251,23 @@ Box Placement::goalFor(const Box& result) const {
     return {static_cast<int>(corner.x), static_cast<int>(corner.y), size.width, size.height};
 }
 
+/// Managers that keep windows off a panel push one of the size asked for away from it, half of it
+/// at most, and so beyond the other end of its part of the screen.
+bool Placement::insistsOn(const Box& result) const {
+    const Box& asked = sent_->frame;
+    return !sent_->room && result == sent_->before && result.width == asked.width &&
+           result.height == asked.height && result != asked &&
+           2 * std::abs(result.x - asked.x) <= asked.width &&
+           2 * std::abs(result.y - asked.y) <= asked.height;
+}
+
 /// Where the window belongs, given the size that it took: a wanted frame that ends at its
 /// monitor's right or bottom edge without beginning at the opposite one keeps that edge.
 Point Placement::anchored(const Box& result) const {
     const Box wanted = boxOf(wanted_);
-    Point corner{double(wanted.x), double(wanted.y)};
-    if (result.width == wanted.width && result.height == wanted.height)
+    const Box room = sent_->room.value_or(wanted);
+    Point corner{double(room.x), double(room.y)};
+    if (result.width == room.width && result.height == room.height)
         return corner;
     for (const auto& [monitor, shift] : screens_.monitors()) {
         const bool overlaps = wanted.x < monitor.right() && wanted.right() > monitor.x &&
@@ -259,9 +275,9 @@ Point Placement::anchored(const Box& result) const {
         if (!overlaps)
             continue;
         if (wanted.right() == monitor.right() && wanted.x != monitor.x)
-            corner.x = wanted.right() - result.width;
+            corner.x = room.right() - result.width;
         if (wanted.bottom() == monitor.bottom() && wanted.y != monitor.y)
-            corner.y = wanted.bottom() - result.height;
+            corner.y = room.bottom() - result.height;
     }
     return corner;
 }

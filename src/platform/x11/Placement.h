@@ -53,7 +53,8 @@ private:
         bool granted = false;     ///< announced, though it may not have happened yet (i3)
         bool heard = false;       ///< the window has changed since
         int corrections = 0;      ///< how often it may still be sent again
-        Box before;               ///< what came out of the request that this one corrects
+        Box before;               ///< the manager's last answer
+        std::optional<Box> room;  ///< what it leaves of the wanted frame, where it insists
         xcb_window_t manager = XCB_WINDOW_NONE; ///< that was asked
         Clock::time_point at;
         std::optional<Clock::time_point> settled; ///< when to look at what came out
@@ -71,6 +72,7 @@ private:
     bool confirms(const xcb_configure_notify_event_t& event) const;
     Point anchored(const Box& result) const;
     Box goalFor(const Box& result) const;
+    bool insistsOn(const Box& result) const;
 
     Connection& connection_;
     WindowManager& manager_;
