@@ -9,6 +9,7 @@
 #include "app/TrayIcon.h"
 #include "input/ActivationKeys.h"
 #include "platform/Diagnostics.h"
+#include "platform/Keyboard.h"
 #include "platform/Panels.h"
 #include "platform/UniqueDescriptor.h"
 #include "platform/freedesktop/AutostartItems.h"
@@ -105,6 +106,7 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     DesktopPump pump(x11, endWithoutServer);
     quitSignals.deliverTo([&application] { application.terminate(); });
     panels = &x11.panels();
+    keyboard = &x11.keyboard();
     TrayIcon tray(x11.trayArea());
     JsonPreferencesStore preferences(configurationFolder() / "preferences.json", sayOfSettings);
     Desktop desktop{.accessibility = x11.accessibility(),
@@ -118,6 +120,7 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
                     .loginItems = loginItems};
     AppDelegate delegate(desktop, tray);
     const GestureMenu menu(delegate);
+    keyboard->setLegendsChanged([&delegate] { delegate.updateShortCutLabels(); });
     QTimer startedAgain; // due at once, but behind the input that waits
     startedAgain.setSingleShot(true);
     QObject::connect(&startedAgain, &QTimer::timeout, &startedAgain,

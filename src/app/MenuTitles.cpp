@@ -2,6 +2,7 @@
 
 #include "input/ActivationKeys.h"
 #include "settings/DataStorageManager.h"
+#include "ui/KeyLegends.h"
 
 #include <QCoreApplication>
 
@@ -11,12 +12,6 @@ namespace {
 class Text {
     Q_DECLARE_TR_FUNCTIONS(StatusMenu)
 };
-
-QChar reopenLetter() {
-    if (deminimizeButton == key::q)
-        return 'Q';
-    return deminimizeButton == key::e ? 'E' : 'C';
-}
 
 QString maximizingTitle() {
     if (maximizingEnabled == centeringEnabled)
@@ -33,7 +28,8 @@ MenuTitles menuTitles() {
         .activationKeys = Text::tr("Activation Keys: %1").arg(keys),
         .dragging = Text::tr("Dragging: %1 + Left Mouse").arg(keys),
         .minimizing = Text::tr("Minimizing: %1 + Right Mouseclick").arg(keys),
-        .reopen = Text::tr("Reopen minimized Window: %1 + %2").arg(keys, reopenLetter()),
+        .reopen = Text::tr("Reopen minimized Window: %1 + %2")
+                      .arg(keys, legendOfReopenKey(deminimizeButton)),
         .maximizing = maximizingTitle().arg(keys),
         .left = Text::tr("Left: %1 + ←").arg(keys),
         .right = Text::tr("Right: %1 + →").arg(keys),
@@ -43,7 +39,7 @@ MenuTitles menuTitles() {
         .topRight = Text::tr("Top Right: %1 + ↑→").arg(keys),
         .bottomLeft = Text::tr("Bottom Left: %1 + ←↓").arg(keys),
         .bottomRight = Text::tr("Bottom Right: %1 + ↓→").arg(keys),
-        .quit = Text::tr("Quit KLOVA: %1 + T").arg(keys),
+        .quit = Text::tr("Quit KLOVA: %1 + %2").arg(keys, legendOf(key::t)),
     };
 }
 

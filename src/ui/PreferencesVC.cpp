@@ -7,6 +7,7 @@
 #include "ui/FitLabels.h"
 #include "ui/Images.h"
 #include "ui/KeyButton.h"
+#include "ui/KeyLegends.h"
 #include "ui/Palette.h"
 #include "ui/PanelDelegate.h"
 #include "ui/PreferencesView.h"
@@ -122,9 +123,9 @@ void PreferencesVC::setTitles() {
     setTitle(required(altButton), tr("\u2325"));
     setTitle(required(maximizeButton), tr("Maximize"));
     setTitle(required(centerButton), tr("Center"));
-    setTitle(required(reopenButton), tr("Q"));
-    setTitle(required(reopenButtonTwo), tr("E"));
-    setTitle(required(reopenButtonThree), tr("C"));
+    setTitle(required(reopenButton), legendOf(key::q));
+    setTitle(required(reopenButtonTwo), legendOf(key::e));
+    setTitle(required(reopenButtonThree), legendOf(key::c));
     setTitle(required(ctrlButton), tr("Ctrl"));
 }
 

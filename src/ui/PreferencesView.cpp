@@ -2,6 +2,7 @@
 
 #include "ui/HintLabel.h"
 #include "ui/KeyButton.h"
+#include "ui/KeyLegends.h"
 #include "ui/Labels.h"
 #include "ui/LaunchButton.h"
 #include "ui/Palette.h"
@@ -85,9 +86,10 @@ void PreferencesView::nameForScreenReaders() {
     ctrlButton->setAccessibleName(tr("Control is an activation key"));
     maximizeButton->setAccessibleName(tr("Double click maximizes"));
     centerButton->setAccessibleName(tr("Double click centers"));
-    reopenButton->setAccessibleName(tr("Q reopens the minimized window"));
-    reopenButtonTwo->setAccessibleName(tr("E reopens the minimized window"));
-    reopenButtonThree->setAccessibleName(tr("C reopens the minimized window"));
+    reopenButton->setAccessibleName(tr("%1 reopens the minimized window").arg(legendOf(key::q)));
+    reopenButtonTwo->setAccessibleName(tr("%1 reopens the minimized window").arg(legendOf(key::e)));
+    reopenButtonThree->setAccessibleName(
+        tr("%1 reopens the minimized window").arg(legendOf(key::c)));
     launchButton->setAccessibleName(tr("Launch at login"));
 }
 

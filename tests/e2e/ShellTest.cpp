@@ -276,7 +276,7 @@ TEST_P(PreferencesTest, areSavedAndInForceAtOnce) {
 INSTANTIATE_TEST_SUITE_P(By, PreferencesTest, testing::Values("Pointer", "Keyboard"),
                          [](const auto& test) { return std::string(test.param); });
 
-TEST_F(ShellTest, aNewScaleIsInForceAtOnce) {
+TEST_F(ShellTest, aNewScaleAndNewLettersShowAtOnce) {
     const auto file = desktop.session().directory() / "xsettings";
     writeFile(file, "Xft/DPI 98304\n");
     Process daemon = desktop.launch({"xsettingsd", "-c", file.string()});
@@ -289,6 +289,12 @@ TEST_F(ShellTest, aNewScaleIsInForceAtOnce) {
         const auto panel = windowOfProcess(display, klova->id());
         return panel && visibleFrame(display, *panel).width == 620;
     }));
+    hands.tap(XKB_KEY_Escape);
+    EXPECT_TRUE(panelGoes());
+    EXPECT_EQ(desktop.launch({"setxkbmap", "us", "-variant", "dvorak"}).waitExit(kDeadline), 0);
+    EXPECT_TRUE(menuShows("Quit KLOVA: Ctrl + Y", true));
+    openFromMenu("Preferences…");
+    awaitSeen("J reopens the minimized window");
 }
 
 } // namespace

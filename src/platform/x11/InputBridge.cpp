@@ -199,13 +199,22 @@ void InputBridge::readKeyMap() {
     keyMapChanged_ = false;
     grabsOutdated_ = true;
     renewGrabsSoon();
-    if (auto map = KeyMap::read(state_.connection))
-        state_.map = *map;
+    if (auto map = KeyMap::read(state_.connection)) {
+        legendsOutdated_ |= map->legends != state_.map.legends;
+        state_.map = *std::move(map);
+    }
+}
+
+std::string InputBridge::legendOf(KeyCode code) const {
+    const auto legend = state_.map.legends.find(code);
+    return legend != state_.map.legends.end() ? legend->second : std::string();
 }
 
 void InputBridge::settle() {
     if (usable_ && keyMapChanged_)
         readKeyMap();
+    if (std::exchange(legendsOutdated_, false) && legendsChanged_)
+        legendsChanged_();
     keys_.followStuckKeys();
     if (state_.tap == nullptr)
         return;

@@ -3,15 +3,19 @@
 
 #include "platform/EventMonitors.h"
 #include "platform/EventTap.h"
+#include "platform/Keyboard.h"
 #include "platform/x11/KeyInput.h"
 #include "platform/x11/PointerInput.h"
 
 #include <chrono>
+#include <functional>
 #include <optional>
+#include <string>
+#include <utility>
 
 namespace klova::x11 {
 
-class InputBridge final : public EventTapService, public EventMonitors {
+class InputBridge final : public EventTapService, public EventMonitors, public Keyboard {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
@@ -28,6 +32,11 @@ public:
                                                                    Handler handler) override;
     void removeMonitor(MonitorId monitor) override;
     Point mouseLocation() override { return pointer_.location(); }
+
+    std::string legendOf(KeyCode code) const override;
+    void setLegendsChanged(std::function<void()> changed) override {
+        legendsChanged_ = std::move(changed);
+    }
 
     void handle(const xcb_generic_event_t& event);
 
@@ -67,6 +76,8 @@ private:
     /// False where an extension is missing: one request of it would end the connection.
     bool usable_;
     bool keyMapChanged_ = true;
+    bool legendsOutdated_ = false;
+    std::function<void()> legendsChanged_;
     bool grabsOutdated_ = false; ///< the plan of the passive grabs may have changed
     xcb_timestamp_t lastTime_ = XCB_CURRENT_TIME;
     std::optional<TimePoint> retryAt_; ///< to take the keyboard

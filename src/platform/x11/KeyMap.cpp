@@ -54,6 +54,15 @@ KeyCode codeOf(xkb_keymap* map, xkb_keycode_t keycode) {
     return name == nullptr ? kNoKeyCode : lookUp(kPlaces, std::string_view(name));
 }
 
+/// Of the first group, which is the one that a keyboard of several alphabets was made with.
+std::string legendOf(xkb_keymap* map, xkb_keycode_t keycode) {
+    const xkb_keysym_t* symbols = nullptr;
+    std::array<char, 8> text{};
+    if (xkb_keymap_key_get_syms_by_level(map, keycode, 0, 0, &symbols) == 1)
+        xkb_keysym_to_utf8(xkb_keysym_to_upper(symbols[0]), text.data(), text.size());
+    return text.data();
+}
+
 struct Unref {
     void operator()(xkb_context* context) const { xkb_context_unref(context); }
     void operator()(xkb_keymap* map) const { xkb_keymap_unref(map); }
@@ -87,7 +96,8 @@ std::optional<KeyMap> KeyMap::read(Connection& connection) {
     KeyMap map;
     for (xkb_keycode_t keycode = xkb_keymap_min_keycode(keymap.get());
          keycode <= xkb_keymap_max_keycode(keymap.get()) && keycode < map.codes.size(); ++keycode)
-        map.codes[keycode] = codeOf(keymap.get(), keycode);
+        if ((map.codes[keycode] = codeOf(keymap.get(), keycode)) != kNoKeyCode)
+            map.legends[map.codes[keycode]] = legendOf(keymap.get(), keycode);
     readModifiers(connection, map);
     return map;
 }

@@ -5,7 +5,9 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <string>
 
 namespace klova::x11 {
 
@@ -15,6 +17,7 @@ class Connection;
 /// (the XKB key name), modifiers by their keysym, so that swapped modifier keys keep their meaning.
 struct KeyMap {
     std::array<KeyCode, 256> codes{};
+    std::map<KeyCode, std::string> legends;    ///< as a Keyboard has them
     std::array<std::uint8_t, 256> modifiers{}; ///< real modifiers, as bits of a modifier mask
 
     KeyMap() { codes.fill(kNoKeyCode); }

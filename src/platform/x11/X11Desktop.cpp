@@ -32,6 +32,7 @@ Workspace& X11Desktop::workspace() { return *workspace_; }
 Screens& X11Desktop::screens() { return *screens_; }
 EventTapService& X11Desktop::taps() { return *input_; }
 EventMonitors& X11Desktop::monitors() { return *input_; }
+Keyboard& X11Desktop::keyboard() { return *input_; }
 TrayArea& X11Desktop::trayArea() { return *trayArea_; }
 Panels& X11Desktop::panels() { return *panels_; }
 

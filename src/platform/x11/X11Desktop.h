@@ -14,6 +14,7 @@ namespace klova {
 class AccessibilityService;
 class EventMonitors;
 class EventTapService;
+class Keyboard;
 class Panels;
 class Screens;
 class TrayArea;
@@ -43,6 +44,7 @@ public:
     Screens& screens();
     EventTapService& taps();
     EventMonitors& monitors();
+    Keyboard& keyboard();
     TrayArea& trayArea();
     Panels& panels();
 

@@ -1,6 +1,7 @@
 #include "ui/gestures/Keycaps.h"
 
 #include "input/ActivationKeys.h"
+#include "ui/KeyLegends.h"
 
 #include <QCoreApplication>
 #include <algorithm>
@@ -26,16 +27,10 @@ Keycap keycapOf(KeyCode code) {
                                      : QString()};
 }
 
-QString letterOf(std::int64_t reopenKey) {
-    if (reopenKey == key::q)
-        return QStringLiteral("Q");
-    return reopenKey == key::e ? QStringLiteral("E") : QStringLiteral("C");
-}
-
 } // namespace
 
 Keycaps keycapsOf(std::span<const KeyCode> activation, std::int64_t reopenKey) {
-    Keycaps keycaps{.activation = {}, .reopen = letterOf(reopenKey)};
+    Keycaps keycaps{.activation = {}, .reopen = legendOfReopenKey(reopenKey)};
     for (const KeyCode code : activation) {
         Keycap keycap = keycapOf(code);
         if (!keycap.symbol.isEmpty() &&
