@@ -45,9 +45,9 @@ int DesktopPump::wait(pollfd* descriptors, unsigned count, int timeout) {
             continue;
         descriptor.revents = 0;
         --ready;
-        pump->handled(pump->source_.dispatch() && pump->source_.dispatchReceived());
+        pump->handled(pump->source_.dispatch());
     }
-    return ready; // Qt may wait again at once, without saying that it is about to block
+    return ready;
 }
 
 void DesktopPump::handled(bool there) {

@@ -15,7 +15,7 @@ public:
     /// Readable when events have arrived. Stays the same while the source lives.
     virtual int descriptor() const = 0;
 
-    /// Handles what can be read from the descriptor, and what is due. Returns false once the
+    /// Handles all that can be read from the descriptor, and what is due. Returns false once the
     /// desktop is gone.
     virtual bool dispatch() = 0;
 

@@ -48,10 +48,11 @@ void X11Desktop::reportTo(UniqueDescriptor guard) {
 
 void X11Desktop::setTrustPrompt(TrustPrompt& prompt) { accessibility_->setTrustPrompt(prompt); }
 
-bool X11Desktop::dispatch() { return handle(connection_.poll()); }
+bool X11Desktop::dispatch() { return handleAll(connection_.poll()); }
 
-bool X11Desktop::dispatchReceived() {
-    auto event = connection_.pollReceived();
+bool X11Desktop::dispatchReceived() { return handleAll(connection_.pollReceived()); }
+
+bool X11Desktop::handleAll(UniqueC<xcb_generic_event_t> event) {
     do {
         handle(std::move(event));
         event = connection_.pollReceived(); // handling may have received more
@@ -59,7 +60,7 @@ bool X11Desktop::dispatchReceived() {
     return !connection_.lost();
 }
 
-bool X11Desktop::handle(UniqueC<xcb_generic_event_t> event) {
+void X11Desktop::handle(UniqueC<xcb_generic_event_t> event) {
     const DiagnosticsHold hold; // what a key or a click asked for goes out first
     for (; event; event = connection_.pollReceived())
         serve(*event);
@@ -73,7 +74,6 @@ bool X11Desktop::handle(UniqueC<xcb_generic_event_t> event) {
         accessibility_->lookAhead();
     connection_.flush();
     input_->beat();
-    return !connection_.lost();
 }
 
 void X11Desktop::serve(const xcb_generic_event_t& event) {

@@ -63,7 +63,8 @@ public:
     std::optional<Clock::time_point> deadline() const override;
 
 private:
-    bool handle(UniqueC<xcb_generic_event_t> event);
+    bool handleAll(UniqueC<xcb_generic_event_t> event);
+    void handle(UniqueC<xcb_generic_event_t> event);
     void serve(const xcb_generic_event_t& event);
 
     Connection connection_;
