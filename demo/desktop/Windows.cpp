@@ -234,7 +234,8 @@ bool activate(Display& display, xcb_window_t window) {
     using Clock = std::chrono::steady_clock;
     Clock::time_point next{};
     return waitUntil(display, "activation", [&] {
-        if (activeWindow(display) == window)
+        // A manager that is replaced may leave its word on a window that it has minimized.
+        if (activeWindow(display) == window && !isMinimized(display, window))
             return true;
         // Marco forgets a request that comes while it gives the focus to a new window.
         if (Clock::now() >= next) {
