@@ -19,7 +19,10 @@ VirtualDesktop::VirtualDesktop(const DesktopOptions& options)
 }
 
 void VirtualDesktop::replaceManager() {
-    WindowManager successor(session_, display_, manager_->name(), WindowManager::Start::replacing);
+    const std::string name = manager_->name();
+    if (name == "fluxbox")
+        manager_.reset(); // which gives way to a successor when it likes
+    WindowManager successor(session_, display_, name, WindowManager::Start::replacing);
     manager_ = std::move(successor);
 }
 
