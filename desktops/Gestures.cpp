@@ -30,7 +30,7 @@ Finding drag(Trial& trial, xcb_window_t window, rig::Rect from, int stepX, int s
     trial.prepare(window, from);
     const int x = from.x + 290, y = from.y + 100;
     trial.hands().movePointer(x, y);
-    trial.klova().holdActivationKeys();
+    trial.hold();
     trial.klova().beginDrag(x + stepX, y + stepY);
     for (int i = 2; i <= steps; ++i)
         trial.hands().movePointer(x + i * stepX, y + i * stepY);
@@ -39,7 +39,7 @@ Finding drag(Trial& trial, xcb_window_t window, rig::Rect from, int stepX, int s
     from.x += (steps - 1) * stepX;
     from.y += (steps - 1) * stepY;
     const auto fault = trial.misplaced(window, from);
-    trial.klova().releaseActivationKeys();
+    trial.letGo();
     if (!fault.empty() && !rig::place(trial.display(), window, from))
         return {Outcome::staysOnScreen, ""};
     return judged(trial, fault);
@@ -62,23 +62,23 @@ Finding doubleClicks(const Path& klova, const std::string& manager) {
     const rig::TestWindow window(trial.display().name());
     trial.prepare(window.id());
     std::string fault;
-    trial.klova().holdActivationKeys();
+    trial.hold();
     int x = 200;
     for (const auto place : {Place::wholeScreen, Place::centre, Place::wholeScreen}) {
         trial.klova().doubleClick(x += 40, 300);
         if (fault.empty())
             fault = trial.misplaced(window.id(), place);
     }
-    trial.klova().releaseActivationKeys();
+    trial.letGo();
     return judged(trial, fault);
 }
 
 /// By a right click; where the manager does not do it, it is asked without Klova.
 Finding minimized(Trial& trial, xcb_window_t window) {
-    trial.klova().holdActivationKeys();
+    trial.hold();
     trial.klova().click(3);
     const bool done = rig::awaitMinimized(trial.display(), window);
-    trial.klova().releaseActivationKeys();
+    trial.letGo();
     if (!done && !rig::minimize(trial.display(), window))
         return {Outcome::noMinimizing, ""};
     return judged(trial, done ? "" : "is not minimized");
@@ -106,11 +106,11 @@ Finding letter(const Path& klova, const std::string& manager) {
     const auto before = rig::visibleFrame(display, window.id());
     if (auto finding = minimized(trial, window.id()); finding.outcome != Outcome::works)
         return finding;
-    trial.klova().holdActivationKeys();
+    trial.hold();
     trial.hands().tap(XKB_KEY_c);
     const bool back = rig::awaitMinimized(display, window.id(), false);
     const bool focused = rig::awaitActive(display, window.id());
-    trial.klova().releaseActivationKeys();
+    trial.letGo();
     return judged(trial, !back      ? "is still minimized"
                          : !focused ? "comes back without the focus"
                                     : trial.misplaced(window.id(), before));
@@ -136,6 +136,36 @@ Finding halves(const Path& klova, const std::string& manager) {
 
 Finding quarters(const Path& klova, const std::string& manager) {
     return snapPlain(klova, manager, true);
+}
+
+/// Under a panel along the top a window fills what is left of its part, or all of it.
+Finding besidePanel(const Path& klova, const std::string& manager) {
+    constexpr int height = 30;
+    Trial trial(klova, manager);
+    auto& display = trial.display();
+    const auto panel = trial.desktop().launch(
+        {"trayer", "--edge", "top", "--widthtype", "percent", "--width", "100", "--height",
+         std::to_string(height), "--SetDockType", "true", "--SetPartialStrut", "true"});
+    rig::awaitOwner(display, "_NET_SYSTEM_TRAY_S0");
+    const rig::TestWindow window(display.name());
+    trial.prepare(window.id());
+    std::string fault;
+    bool beneath = false;
+    trial.hold();
+    for (const auto& gesture : rig::snapGestures()) {
+        const auto whole = rig::target(gesture.place, trial.screen());
+        auto left = whole;
+        left.y = std::max(whole.y, height);
+        left.height = whole.bottom() - left.y;
+        trial.klova().snap(gesture);
+        trial.settle(window.id());
+        const auto frame = rig::visibleFrame(display, window.id());
+        beneath = beneath || (frame == whole && whole != left);
+        if (frame != whole && frame != left)
+            fault += gesture.name + ": " + toText(frame) + "; ";
+    }
+    trial.letGo();
+    return fault.empty() && beneath ? Finding{Outcome::reachesBeneath, ""} : judged(trial, fault);
 }
 
 Finding maximized(const Path& klova, const std::string& manager) {
@@ -246,12 +276,12 @@ Finding armed(const Path& klova, const std::string& manager) {
     trial.prepare(window.id());
     trial.hands().movePointer(300, 300);
     heard(window);
-    trial.klova().holdActivationKeys();
+    trial.hold();
     for (const auto key : std::initializer_list<xcb_keysym_t>{XKB_KEY_Left, XKB_KEY_x, XKB_KEY_F1,
                                                               XKB_KEY_Return, XKB_KEY_Right})
         trial.hands().tap(key);
     trial.klova().click(1);
-    trial.klova().releaseActivationKeys();
+    trial.letGo();
     const auto fault = trial.misplaced(window.id(), Place::right);
     const auto keys = {trial.hands().keyCode(XKB_KEY_Super_L),
                        trial.hands().keyCode(XKB_KEY_Control_L)};
@@ -270,9 +300,9 @@ Finding trayIcon(const Path& klova, const std::string& manager) {
     auto& display = trial.display();
     if (!rig::awaitIcon(display, rig::IconColour::resting))
         return {Outcome::fails, "no icon"};
-    trial.klova().holdActivationKeys();
+    trial.hold();
     const auto turned = rig::awaitIcon(display, rig::IconColour::armed);
-    trial.klova().releaseActivationKeys();
+    trial.letGo();
     const auto icon = rig::awaitIcon(display, rig::IconColour::resting);
     if (!turned || !icon)
         return {Outcome::fails, "the icon does not change"};
@@ -291,10 +321,10 @@ Finding quit(const Path& klova, const std::string& manager) {
     Trial trial(klova, manager);
     rig::TestWindow window(trial.display().name());
     trial.prepare(window.id());
-    trial.klova().holdActivationKeys();
+    trial.hold();
     trial.hands().tap(XKB_KEY_t);
     const auto status = trial.klova().process().waitExit(rig::kDeadline);
-    trial.klova().releaseActivationKeys();
+    trial.letGo();
     const auto left = trial.leftBehind();
     return status == 0 && left.empty() ? Finding{}
                                        : Finding{Outcome::fails, "does not end " + left};
@@ -307,6 +337,10 @@ std::string_view note(Outcome outcome) {
     case Outcome::worksInSteps:
         return "A terminal takes whole rows and columns only, so it may stay a little smaller; it "
                "keeps to the edges that the gesture names.";
+    case Outcome::reachesBeneath:
+        return "The window reaches beneath a panel, which covers its edge; elsewhere it ends at "
+               "the "
+               "panel.";
     case Outcome::staysOnScreen:
         return "The window stops at the screen's edge: this manager lets no program put one beyond "
                "it.";
@@ -333,6 +367,7 @@ const std::vector<Gesture>& gestures() {
         {"C: bring back", letter},
         {"halves, by arrows and letters", halves},
         {"quarters, by two keys", quarters},
+        {"snap beside a panel", besidePanel},
         {"snap a maximized window", maximized},
         {"snap a fullscreen window", fullscreen},
         {"snap a terminal", terminal},

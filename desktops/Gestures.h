@@ -13,6 +13,7 @@ namespace klova::desktops {
 enum class Outcome {
     works,
     worksInSteps,
+    reachesBeneath,
     staysOnScreen,
     noMaximizing,
     staysMaximized,

@@ -46,6 +46,7 @@ std::string cellOf(const Finding& finding) {
     case Outcome::works:
         return "✓";
     case Outcome::worksInSteps:
+    case Outcome::reachesBeneath:
         return "✓" + number;
     default:
         return "–" + number;

@@ -15,6 +15,11 @@ Trial::Trial(const std::filesystem::path& klova, const std::string& manager, boo
     hands().setSpacing(10ms); // quicker than a hand, and slow enough for every manager
 }
 
+void Trial::hold() {
+    klova_.holdActivationKeys();
+    rig::awaitKeyboardGrab(display());
+}
+
 void Trial::focus(xcb_window_t window) {
     const auto stays = [&] {
         return rig::activate(display(), window) && barrier_.pass() &&
@@ -53,9 +58,22 @@ std::string Trial::misplaced(xcb_window_t window, const rig::Rect& frame) {
     return actual == frame ? "" : "expected " + toText(frame) + ", is " + toText(actual);
 }
 
+void Trial::settle(xcb_window_t window) {
+    using Clock = std::chrono::steady_clock;
+    auto frame = rig::visibleFrame(display(), window);
+    auto since = Clock::now();
+    rig::waitUntil(display(), "a window at rest", [&] {
+        if (const auto now = rig::visibleFrame(display(), window); now != frame) {
+            frame = now;
+            since = Clock::now();
+        }
+        return Clock::now() - since > 300ms;
+    });
+}
+
 std::string Trial::snap(xcb_window_t window, const std::vector<rig::SnapGesture>& gestures) {
     std::string fault;
-    klova_.holdActivationKeys();
+    hold();
     for (const auto& gesture : gestures) {
         klova_.snap(gesture);
         fault = misplaced(window, gesture.place);
@@ -64,7 +82,7 @@ std::string Trial::snap(xcb_window_t window, const std::vector<rig::SnapGesture>
             break;
         }
     }
-    klova_.releaseActivationKeys();
+    letGo();
     return fault;
 }
 

@@ -23,6 +23,11 @@ public:
     rig::Injector& hands() { return klova_.hands(); }
     const rig::Rect& screen() { return desktop_.monitors().front(); }
 
+    /// Presses the activation keys and lets them go. Held, the gestures are armed on return: a
+    /// manager that holds back each press of Super may let a click overtake them.
+    void hold();
+    void letGo() { klova_.releaseActivationKeys(); }
+
     /// Gives the window the focus. Throws where it does not keep it.
     void focus(xcb_window_t window);
     /// And puts it into this place. Throws where the manager does not do so.
@@ -32,6 +37,9 @@ public:
     /// was asked for; empty where nothing is.
     std::string misplaced(xcb_window_t window, rig::Place place);
     std::string misplaced(xcb_window_t window, const rig::Rect& frame);
+
+    /// Returns once the window has stayed where it is for a third of a second.
+    void settle(xcb_window_t window);
 
     /// Plays these snaps one after the other while the keys are held; returns the first fault.
     std::string snap(xcb_window_t window, const std::vector<rig::SnapGesture>& gestures);

@@ -23,6 +23,13 @@ test_packages=(
     xsettingsd
     clang libclang-rt-14-dev
 )
+session_packages=(
+    xfce4-session xfce4-panel xfdesktop4 xfce4-settings xfwm4 xfce4-notifyd xfconf xcape
+    mate-session-manager mate-panel mate-settings-daemon mate-notification-daemon marco caja
+    lxqt-session lxqt-panel lxqt-globalkeys lxqt-notificationd lxqt-runner lxqt-config pcmanfm-qt
+    openbox
+    dconf-gsettings-backend dconf-service adwaita-icon-theme
+)
 bench_packages=(
     xfwm4 marco mate-settings-daemon-common kwin-x11 kwin-style-breeze
     xfce4-panel xfconf libglib2.0-bin
