@@ -15,9 +15,23 @@ Trial::Trial(const std::filesystem::path& klova, const std::string& manager, boo
     hands().setSpacing(10ms); // quicker than a hand, and slow enough for every manager
 }
 
+/// A manager that draws new windows without a graphics card answers nothing for a while.
+void Trial::awaitRest() {
+    using Clock = std::chrono::steady_clock;
+    auto since = Clock::now();
+    rig::waitUntil(display(), "a manager at rest", [&] {
+        const auto asked = Clock::now();
+        barrier_.pass();
+        if (Clock::now() - asked > 10ms)
+            since = Clock::now();
+        return Clock::now() - since > 300ms;
+    });
+}
+
 void Trial::hold() {
+    awaitRest();
     klova_.holdActivationKeys();
-    rig::awaitKeyboardGrab(display());
+    barrier_.pass();
 }
 
 void Trial::focus(xcb_window_t window) {

@@ -23,8 +23,9 @@ public:
     rig::Injector& hands() { return klova_.hands(); }
     const rig::Rect& screen() { return desktop_.monitors().front(); }
 
-    /// Presses the activation keys and lets them go. Held, the gestures are armed on return: a
-    /// manager that holds back each press of Super may let a click overtake them.
+    /// Presses the activation keys and lets them go. They are held on return: where a manager
+    /// holds back each press of Super, and is slow, a click would overtake them, also without
+    /// Klova.
     void hold();
     void letGo() { klova_.releaseActivationKeys(); }
 
@@ -48,6 +49,8 @@ public:
     std::string leftBehind();
 
 private:
+    void awaitRest();
+
     rig::VirtualDesktop desktop_;
     rig::Klova klova_;
     rig::ManagerBarrier barrier_;

@@ -293,8 +293,11 @@ std::string Play::superAlone() {
     });
     seen_ += "; once bound to Super: " + alone;
     seen_ += "; Super, then Ctrl and Left: " + snapBeside({XKB_KEY_Super_L, XKB_KEY_Control_L});
-    seen_ += "; Ctrl, then Super and Left: " + snapBeside({XKB_KEY_Control_L, XKB_KEY_Super_L});
-    return alone == "opens it" ? "" : "Super is not bound: " + said;
+    const auto controlFirst = snapBeside({XKB_KEY_Control_L, XKB_KEY_Super_L});
+    seen_ += "; Ctrl, then Super and Left: " + controlFirst;
+    if (alone != "opens it")
+        return "Super is not bound: " + said;
+    return controlFirst == "snaps" ? "" : "with Ctrl first it " + controlFirst;
 }
 
 /// With Klova it is Klova's; without it is the session's, or it was never bound.
@@ -316,9 +319,11 @@ std::string Play::ownShortcut() {
     const bool without = rig::waitUntil(display(), "the session's own shortcut", made);
     letGo();
     klova_.emplace(desktop().launch({klovaFile_.string()}));
-    seen_ = withKlova ? "both act" : "Klova's comes first, theirs stays silent";
     if (!without)
         return "the shortcut is none: " + said;
+    if (withKlova)
+        return "the session's acts as well";
+    seen_ = "Klova's comes first, theirs stays silent";
     return holdsKeys() ? fault : "Klova does not come back";
 }
 

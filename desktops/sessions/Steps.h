@@ -15,7 +15,7 @@ struct StepResult {
     std::string seen;  // what is worth knowing besides
 };
 
-/// Takes a picture of each step into the folder. A step that throws ends the session.
+/// Takes a picture of each step into the folder.
 std::vector<StepResult> playSession(const SessionRecipe& recipe, const std::filesystem::path& klova,
                                     const std::filesystem::path& pictures);
 

@@ -6,33 +6,29 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
 
 namespace {
 
 using namespace klova;
 using namespace klova::desktops;
 
-/// A row for each step; a session that ended early has empty cells.
+/// A row for each step, which all sessions have in common.
 void print(const std::vector<std::string>& names,
            const std::vector<std::vector<StepResult>>& sessions) {
-    std::string header = "| |", rule = "|---|";
-    std::size_t rows = 0;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        header += ' ' + names[i] + " |";
+    std::string table = "\n| |", rule = "|---|";
+    for (const auto& name : names) {
+        table += ' ' + name + " |";
         rule += ":-:|";
-        rows = std::max(rows, sessions[i].size());
     }
-    std::printf("\n%s\n%s\n", header.c_str(), rule.c_str());
-    for (std::size_t row = 0; row < rows; ++row) {
-        std::string line = "|";
-        for (const auto& session : sessions) {
-            if (line == "|" && row < session.size())
-                line += ' ' + session[row].step + " |";
-            line +=
-                row < session.size() ? session[row].fault.empty() ? " ✓ |" : " **fails** |" : " |";
-        }
-        std::printf("%s\n", line.c_str());
+    table += '\n' + rule + '\n';
+    for (std::size_t row = 0; row < sessions.front().size(); ++row) {
+        table += "| " + sessions.front()[row].step + " |";
+        for (const auto& session : sessions)
+            table += session[row].fault.empty() ? " ✓ |" : " **fails** |";
+        table += '\n';
     }
+    std::printf("%s", table.c_str());
 }
 
 int run(const std::filesystem::path& pictures, const std::vector<std::string>& wanted) {
@@ -46,11 +42,13 @@ int run(const std::filesystem::path& pictures, const std::vector<std::string>& w
         names.push_back(recipe.name);
         sessions.push_back(playSession(recipe, klova, std::filesystem::absolute(pictures)));
     }
+    if (sessions.empty())
+        throw std::runtime_error("no session of that name");
     print(names, sessions);
     const auto failed = [](const auto& session) {
         return std::ranges::any_of(session, [](const auto& step) { return !step.fault.empty(); });
     };
-    return !sessions.empty() && std::ranges::none_of(sessions, failed) ? 0 : 1;
+    return std::ranges::none_of(sessions, failed) ? 0 : 1;
 }
 
 } // namespace
