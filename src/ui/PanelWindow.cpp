@@ -120,7 +120,8 @@ void PanelWindow::activateWhenShown() {
 /// A window keeps its pixels when the scale changes, so that its content no longer fits: the panel
 /// goes on in a window of the new scale.
 void PanelWindow::takeScale() {
-    if (std::exchange(scale_, screen()->devicePixelRatio()) == scale_)
+    const double before = std::exchange(scale_, screen()->devicePixelRatio());
+    if (before == scale_)
         return;
     const bool shown = isVisible();
     hide();

@@ -141,22 +141,16 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
     keys_.followStuckKeys();
     switch (key.event_type) {
     case XCB_INPUT_RAW_KEY_PRESS:
-        keys_.watched(rawKey, true);
-        break;
     case XCB_INPUT_RAW_KEY_RELEASE:
-        keys_.watched(rawKey, false);
+        keys_.watched(rawKey, key.event_type == XCB_INPUT_RAW_KEY_PRESS);
         break;
     case XCB_INPUT_KEY_PRESS:
-        keys_.frozen(key, true);
-        break;
     case XCB_INPUT_KEY_RELEASE:
-        keys_.frozen(key, false);
+        keys_.frozen(key, key.event_type == XCB_INPUT_KEY_PRESS);
         break;
     case XCB_INPUT_RAW_BUTTON_PRESS:
-        pointer_.watched(rawButton, true);
-        break;
     case XCB_INPUT_RAW_BUTTON_RELEASE:
-        pointer_.watched(rawButton, false);
+        pointer_.watched(rawButton, key.event_type == XCB_INPUT_RAW_BUTTON_PRESS);
         break;
     case XCB_INPUT_BUTTON_PRESS:
         catchUpWithKeys(button.time);
