@@ -1,10 +1,9 @@
 #include "app/TrayIcon.h"
 
 #include "ui/Images.h"
+#include "ui/ScaleWatch.h"
 
 #include <QCursor>
-#include <QGuiApplication>
-#include <QScreen>
 
 namespace klova {
 
@@ -26,8 +25,7 @@ TrayIcon::TrayIcon(TrayArea& area)
     host_.setChanged(changed);
     area_.setChanged(changed);
     // An embedded icon keeps its pixels when the scale changes, and would no longer fit into them.
-    for (const QScreen* screen : QGuiApplication::screens())
-        QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, &kindTimer_, changed);
+    watchScale(kindTimer_, changed);
 }
 
 void TrayIcon::setMenu(QMenu& menu) {

@@ -3,6 +3,7 @@
 #include "platform/FatalError.h"
 #include "platform/Panels.h"
 #include "ui/Images.h"
+#include "ui/ScaleWatch.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>
@@ -54,10 +55,7 @@ PanelWindow::PanelWindow(const WindowAttributes& attributes)
     if (panels != nullptr)
         panels->setCompositedChanged(invalidateShadows);
     setWindowIcon(imageNamed("klova"));
-    for (const QScreen* screen : QGuiApplication::screens())
-        QObject::connect(
-            screen, &QScreen::logicalDotsPerInchChanged, this, [this] { takeScale(); },
-            Qt::QueuedConnection);
+    watchScale(*this, [this] { takeScale(); });
     winId();
     scale_ = devicePixelRatio();
     center(); // which asks the server for the pointer: the window is known there from now on
