@@ -77,6 +77,17 @@ void X11Desktop::handle(UniqueC<xcb_generic_event_t> event) {
 }
 
 void X11Desktop::serve(const xcb_generic_event_t& event) {
+    // Keys and clicks are of no concern to anything else, and in a hurry.
+    if ((event.response_type & 0x7F) == XCB_GE_GENERIC)
+        input_->handle(event);
+    else
+        tellAll(event);
+    accessibility_->flushWrites();
+    connection_.flush();
+    input_->beat();
+}
+
+void X11Desktop::tellAll(const xcb_generic_event_t& event) {
     manager_.handle(event);
     settings_.handle(event);
     screens_->handle(event);
@@ -86,9 +97,6 @@ void X11Desktop::serve(const xcb_generic_event_t& event) {
     panels_->handle(event);
     if (instance_)
         instance_->handle(event);
-    accessibility_->flushWrites();
-    connection_.flush();
-    input_->beat();
 }
 
 std::optional<EventSource::Clock::time_point> X11Desktop::deadline() const {

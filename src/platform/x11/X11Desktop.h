@@ -66,6 +66,7 @@ private:
     bool handleAll(UniqueC<xcb_generic_event_t> event);
     void handle(UniqueC<xcb_generic_event_t> event);
     void serve(const xcb_generic_event_t& event);
+    void tellAll(const xcb_generic_event_t& event);
 
     Connection connection_;
     WindowManager manager_;
