@@ -149,6 +149,7 @@ void Pictures::awaitNoPanel() {
 void Pictures::pause(std::chrono::milliseconds time) { std::this_thread::sleep_for(time); }
 
 void Pictures::save(const rig::Rect& area, const std::string& name) {
+    quit_.obey();
     const int margin = static_cast<int>(kMargin * look_.scale);
     const auto picture = takeSettledPicture(desktop_.display());
     const QRect part = QRect(area.x, area.y, area.width, area.height)

@@ -1,6 +1,7 @@
 // Pictures of everything that Klova shows of itself, on a desktop of a given look.
 #pragma once
 
+#include "QuitRequest.h"
 #include "desktop/Injector.h"
 #include "desktop/VirtualDesktop.h"
 
@@ -50,6 +51,7 @@ private:
     std::optional<rig::Process> klova_;
     xcb_window_t panel_ = XCB_NONE;
     int saved_ = 0;
+    QuitRequest quit_;
 };
 
 } // namespace klova::demo

@@ -205,6 +205,7 @@ void Show::focus(const Program& program) {
 }
 
 void Show::perform(const Step& step) {
+    quit_.obey();
     auto& display = stage_.display();
     const auto before = frames();
     const auto frame = rig::visibleFrame(display, step.program.window);

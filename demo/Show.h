@@ -3,6 +3,7 @@
 
 #include "Album.h"
 #include "Caption.h"
+#include "QuitRequest.h"
 #include "Stage.h"
 #include "desktop/Klova.h"
 
@@ -45,6 +46,7 @@ private:
     std::vector<rig::Rect> frames();
     void linger();
 
+    QuitRequest quit_;
     Stage& stage_;
     Album& album_;
     Caption caption_;

@@ -1,11 +1,11 @@
 #include "View.h"
 
+#include "desktop/DisplayKey.h"
 #include "desktop/Files.h"
 
 #include <arpa/inet.h>
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <netinet/in.h>
 #include <stdexcept>
@@ -15,10 +15,6 @@
 
 namespace klova::demo {
 namespace {
-
-volatile std::sig_atomic_t asked = 0;
-
-void ask(int) { asked = 1; }
 
 std::string asHex(const std::string& bytes) {
     std::string text;
@@ -62,20 +58,9 @@ void mustRun(rig::Process& process, const char* what) {
 
 } // namespace
 
-QuitRequest::QuitRequest() {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        std::signal(signal, ask);
-}
-
-bool QuitRequest::made() const { return asked != 0; }
-
 View::View(std::filesystem::path binary)
-    : binary_(std::move(binary)),
-      stage_({.screen = {1440, 900},
-              .prepare = [this](rig::Session& session,
-                                rig::Display&) { session.setVariable("XAUTHORITY", key_.file()); },
-              .serverOptions = {"-auth", key_.file()}}),
-      caption_(stage_.desktop().server().display()), secret_(asHex(randomBytes())),
+    : binary_(std::move(binary)), stage_({.screen = {1440, 900}}),
+      caption_(stage_.desktop().server().display()), secret_(asHex(rig::randomBytes())),
       screen_(startScreen()), page_(startPage()), klova_(startKlova()) {
     caption_.show({{"Shift", "Alt"}, "hold both: arrows, drag, double and right click"});
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Caption.h"
-#include "DisplayKey.h"
+#include "QuitRequest.h"
 #include "Stage.h"
 
 #include <cstdint>
@@ -10,13 +10,6 @@
 #include <string>
 
 namespace klova::demo {
-
-/// SIGINT, SIGTERM and SIGHUP, which end nothing from here on but are noted.
-class QuitRequest {
-public:
-    QuitRequest();
-    bool made() const;
-};
 
 /// Only the page's own files are had without the secret: it is part of the address, in which
 /// browsers keep it to themselves until they open the stream, and of a file of the session. The
@@ -41,7 +34,6 @@ private:
 
     QuitRequest quit_;
     std::filesystem::path binary_;
-    DisplayKey key_;
     Stage stage_;
     Caption caption_;
     std::string secret_;

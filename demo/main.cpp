@@ -2,6 +2,7 @@
 // in a browser, or takes pictures of everything that Klova shows.
 #include "Album.h"
 #include "Pictures.h"
+#include "QuitRequest.h"
 #include "Show.h"
 #include "Stage.h"
 #include "View.h"
@@ -96,6 +97,7 @@ int main(int argc, char** argv) {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
     const rig::TemporaryDirectory runtime;
     ::setenv("XDG_RUNTIME_DIR", runtime.path().c_str(), 1);
+    const demo::QuitRequest quit; // and not death: folders are to be cleared away
     int qtArgumentCount = 1;
     const QGuiApplication painting(qtArgumentCount, argv);
     try {

@@ -1,4 +1,6 @@
-#include "DisplayKey.h"
+#include "desktop/DisplayKey.h"
+
+#include "desktop/Files.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -6,7 +8,7 @@
 #include <sys/random.h>
 #include <system_error>
 
-namespace klova::demo {
+namespace klova::rig {
 namespace {
 
 /// As the file has it: the length in two bytes, the higher one first.
@@ -17,6 +19,25 @@ std::string counted(std::string_view text) {
 
 constexpr std::string_view kAnyAddress = "\xFF\xFF"; // FamilyWild
 
+std::string personsKeys() {
+    if (const char* file = std::getenv("XAUTHORITY"))
+        return readFile(file);
+    const char* home = std::getenv("HOME");
+    return home != nullptr ? readFile(std::filesystem::path(home) / ".Xauthority") : "";
+}
+
+struct KeyFile {
+    KeyFile() {
+        // Of several that fit the first counts: the person's own display has its own.
+        writeFile(path, personsKeys() + std::string(kAnyAddress) + counted("") + counted("") +
+                            counted("MIT-MAGIC-COOKIE-1") + counted(randomBytes()));
+        ::setenv("XAUTHORITY", path.c_str(), 1);
+    }
+
+    const TemporaryDirectory directory;
+    const std::filesystem::path path = directory.path() / "key";
+};
+
 } // namespace
 
 std::string randomBytes() {
@@ -26,10 +47,9 @@ std::string randomBytes() {
     return bytes;
 }
 
-DisplayKey::DisplayKey() {
-    rig::writeFile(file(), std::string(kAnyAddress) + counted("") + counted("") +
-                               counted("MIT-MAGIC-COOKIE-1") + counted(randomBytes()));
-    ::setenv("XAUTHORITY", file().c_str(), 1);
+const std::filesystem::path& displayKey() {
+    static const KeyFile key;
+    return key.path;
 }
 
-} // namespace klova::demo
+} // namespace klova::rig

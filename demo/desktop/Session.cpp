@@ -1,5 +1,7 @@
 #include "desktop/Session.h"
 
+#include "desktop/DisplayKey.h"
+
 #include <cstdlib>
 
 namespace klova::rig {
@@ -21,6 +23,7 @@ Environment environmentFor(const std::filesystem::path& directory, const std::st
     std::filesystem::create_directory(runtime);
     std::filesystem::permissions(runtime, std::filesystem::perms::owner_all);
     environment.insert({{"DISPLAY", display},
+                        {"XAUTHORITY", displayKey()},
                         {"HOME", home},
                         {"XDG_CONFIG_HOME", home / ".config"},
                         {"XDG_CACHE_HOME", home / ".cache"},

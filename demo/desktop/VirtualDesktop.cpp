@@ -7,7 +7,7 @@
 namespace klova::rig {
 
 VirtualDesktop::VirtualDesktop(const DesktopOptions& options)
-    : server_(options.screen, options.server, options.serverOptions), display_(server_.display()),
+    : server_(options.screen, options.server), display_(server_.display()),
       monitors_(options.twoMonitors ? splitMonitors(display_) : std::vector{server_.screen()}),
       session_(server_.display()) {
     if (options.prepare)

@@ -24,8 +24,6 @@ struct DesktopOptions {
     bool managersTray = false;
     /// Called before the window manager starts, to write settings for it.
     std::function<void(Session&, Display&)> prepare = {};
-    /// The X server's own.
-    std::vector<std::string> serverOptions = {};
 };
 
 class VirtualDesktop {

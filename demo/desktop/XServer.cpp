@@ -1,6 +1,9 @@
 #include "desktop/XServer.h"
 
+#include "desktop/DisplayKey.h"
+
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
@@ -33,9 +36,8 @@ public:
     /// Up to the line's end; empty where it does not come within ten seconds.
     std::string readLine() const {
         std::string line;
-        pollfd readable{ends_[0], POLLIN, 0};
         char letter = 0;
-        while (::poll(&readable, 1, 10000) == 1 && ::read(ends_[0], &letter, 1) == 1) {
+        while (canRead() && ::read(ends_[0], &letter, 1) == 1) {
             if (letter == '\n')
                 return line;
             line += letter;
@@ -44,6 +46,15 @@ public:
     }
 
 private:
+    bool canRead() const {
+        pollfd readable{ends_[0], POLLIN, 0};
+        int ready = 0;
+        do
+            ready = ::poll(&readable, 1, 10000);
+        while (ready < 0 && errno == EINTR);
+        return ready == 1;
+    }
+
     std::array<int, 2> ends_{-1, -1};
 };
 
@@ -67,20 +78,21 @@ std::vector<std::string> programFor(ScreenSize size, ServerKind kind) {
 
 std::vector<std::string> commandFor(ScreenSize size, ServerKind kind) {
     auto command = programFor(size, kind);
-    command.insert(command.end(), {"-displayfd", "1", "-nolisten", "tcp", "-noreset"});
+    command.insert(command.end(),
+                   {"-auth", displayKey(), "-displayfd", "1", "-nolisten", "tcp", "-noreset"});
     return command;
 }
 
 Process start(ScreenSize size, ServerKind kind, const std::vector<std::string>& options,
               std::string& display) {
     Pipe pipe;
+    auto command = commandFor(size, kind);
+    command.insert(command.end(), options.begin(), options.end());
     Environment environment{{"PATH", variable("PATH")}};
     if (kind != ServerKind::offScreen)
         for (const char* name :
              {"DISPLAY", "XAUTHORITY", "HOME", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR"})
             environment[name] = variable(name);
-    auto command = commandFor(size, kind);
-    command.insert(command.end(), options.begin(), options.end());
     Process process(command,
                     {.environment = environment, .output = {}, .standardOutput = pipe.writing()});
     pipe.closeWriting();

@@ -1,3 +1,4 @@
+#include "desktop/DisplayKey.h"
 #include "desktop/Grabs.h"
 #include "desktop/Injector.h"
 #include "desktop/VirtualDesktop.h"
@@ -32,7 +33,7 @@ TEST(StartTest, whereItIsNotTrustedANotificationSaysWhyAndTheAlertEndsIt) {
          {Row{secure, "does not trust", 0}, Row{withoutRandR, "RandR 1.5", XKB_KEY_Escape},
           Row{onWayland, "Wayland session", XKB_KEY_Return}, Row{secure, "", XKB_KEY_Return}}) {
         session.setVariable("DISPLAY", server.display());
-        session.setVariable("XAUTHORITY", &server == &secure ? key : "");
+        session.setVariable("XAUTHORITY", &server == &secure ? key : displayKey().string());
         if (reason.empty())
             session.setVariable("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
         Process klova = session.launch({KLOVA_BINARY});
