@@ -24,6 +24,12 @@ Finding judged(Trial& trial, std::string fault) {
     return fault.empty() ? Finding{} : Finding{Outcome::fails, fault};
 }
 
+/// A gesture that the manager limits, with Klova or without. It may leave nothing behind either.
+Finding limited(Trial& trial, Outcome outcome) {
+    auto finding = judged(trial, "");
+    return finding.outcome == Outcome::works ? Finding{outcome, ""} : finding;
+}
+
 /// Puts a window of 300x220 at `from` and drags it by `stepX` and `stepY`, 100 times.
 Finding drag(Trial& trial, xcb_window_t window, rig::Rect from, int stepX, int stepY) {
     constexpr int steps = 100;
@@ -41,7 +47,7 @@ Finding drag(Trial& trial, xcb_window_t window, rig::Rect from, int stepX, int s
     const auto fault = trial.misplaced(window, from);
     trial.letGo();
     if (!fault.empty() && !rig::place(trial.display(), window, from))
-        return {Outcome::staysOnScreen, ""};
+        return limited(trial, Outcome::staysOnScreen);
     return judged(trial, fault);
 }
 
@@ -80,7 +86,7 @@ Finding minimized(Trial& trial, xcb_window_t window) {
     const bool done = rig::awaitMinimized(trial.display(), window);
     trial.letGo();
     if (!done && !rig::minimize(trial.display(), window))
-        return {Outcome::noMinimizing, ""};
+        return limited(trial, Outcome::noMinimizing);
     return judged(trial, done ? "" : "is not minimized");
 }
 
@@ -165,7 +171,8 @@ Finding besidePanel(const Path& klova, const std::string& manager) {
             fault += gesture.name + ": " + toText(frame) + "; ";
     }
     trial.letGo();
-    return fault.empty() && beneath ? Finding{Outcome::reachesBeneath, ""} : judged(trial, fault);
+    return fault.empty() && beneath ? limited(trial, Outcome::reachesBeneath)
+                                    : judged(trial, fault);
 }
 
 Finding maximized(const Path& klova, const std::string& manager) {
@@ -174,10 +181,10 @@ Finding maximized(const Path& klova, const std::string& manager) {
     trial.prepare(window.id());
     for (const auto& gesture : {rig::snapGestures()[1], rig::snapGestures()[10]}) {
         if (!rig::maximize(trial.display(), window.id()))
-            return {Outcome::noMaximizing, ""};
+            return limited(trial, Outcome::noMaximizing);
         const auto fault = trial.snap(window.id(), {gesture});
         if (!fault.empty() && !rig::unmaximize(trial.display(), window.id()))
-            return {Outcome::staysMaximized, ""};
+            return limited(trial, Outcome::staysMaximized);
         if (!fault.empty())
             return judged(trial, fault);
     }
@@ -210,10 +217,9 @@ Finding terminal(const Path& klova, const std::string& manager) {
     auto program = trial.desktop().launch({"xterm"});
     const auto window = rig::awaitWindow(trial.display(), program);
     trial.prepare(window);
-    auto finding = judged(trial, trial.snap(window, rig::snapGestures()));
-    return finding.outcome == Outcome::works && !takesAnySize(trial, window)
-               ? Finding{Outcome::worksInSteps, ""}
-               : finding;
+    const auto fault = trial.snap(window, rig::snapGestures());
+    return fault.empty() && !takesAnySize(trial, window) ? limited(trial, Outcome::worksInSteps)
+                                                         : judged(trial, fault);
 }
 
 Finding fixedSize(const Path& klova, const std::string& manager) {

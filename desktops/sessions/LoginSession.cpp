@@ -4,7 +4,7 @@
 #include "desktop/Windows.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cctype>
 #include <stdexcept>
 
 namespace klova::desktops {
