@@ -20,7 +20,7 @@ test_packages=(
     icewm fluxbox jwm i3-wm awesome
     trayer xfce4-panel xfconf libglib2.0-bin at-spi2-core
     dex desktop-file-utils dunst xauth i3lock faketime weston xwayland
-    xsettingsd
+    xsettingsd xserver-xephyr x11-xserver-utils
     clang libclang-rt-14-dev
 )
 session_packages=(

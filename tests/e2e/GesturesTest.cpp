@@ -161,6 +161,34 @@ TEST_P(GesturesTest, DragsMoveByThePointersWay) {
     klova->releaseActivationKeys();
 }
 
+/// A server in a window of another can turn its screen, as those with a graphics card do.
+struct OuterServer {
+    OuterServer() { ::setenv("DISPLAY", server.display().c_str(), 1); }
+    const XServer server{{1600, 1600}};
+};
+
+class TurnedScreenTest : OuterServer, public KlovaTest {
+protected:
+    TurnedScreenTest() : KlovaTest({.screen = {1200, 800}, .server = ServerKind::nested}) {}
+};
+
+TEST_F(TurnedScreenTest, SnapsFillTheHalvesOfTheScreenAsItStands) {
+    constexpr Rect upright{0, 0, 800, 1200}, flat{0, 0, 1200, 800};
+    start();
+    const TestWindow window(display.name());
+    for (const auto& [way, screen] : {std::pair{"left", upright}, std::pair{"inverted", flat},
+                                      std::pair{"right", upright}, std::pair{"normal", flat}}) {
+        ASSERT_EQ(desktop.launch({"xrandr", "-o", way}).waitExit(kDeadline), 0);
+        focus(window.id());
+        klova->holdActivationKeys();
+        for (const auto& gesture : {snapGestures()[1], snapGestures()[3]}) {
+            klova->snap(gesture);
+            EXPECT_EQ(klova->awaitPlace(window.id(), gesture.place, screen), "") << way;
+        }
+        klova->releaseActivationKeys();
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Desktops, GesturesTest,
                          testing::Combine(testing::Values("openbox", "xfwm4", "marco", "metacity",
                                                           "icewm", "kwin"),
