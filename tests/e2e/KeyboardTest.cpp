@@ -245,8 +245,9 @@ TEST_P(KeyboardTest, EveryChoiceOfKeysArmsAndNoOther) {
         writeFile(desktop.session().preferences(),
                   R"({"isNotFirstTime": true, "activationKeys": [)" + codes + "]}");
         klova->process() = desktop.launch({KLOVA_BINARY});
-        ASSERT_TRUE(waitUntil(display, "grabs of " + codes,
-                              [&] { return buttonReserved(display, 1, modifiers); }));
+        ASSERT_TRUE(waitUntil(display, "grabs of " + codes, [this, needed = modifiers] {
+            return buttonReserved(display, 1, needed);
+        }));
         takeFocus();
         hands().chord(keys, XKB_KEY_Left);
         expectPlace(Place::left, codes);
