@@ -10,8 +10,8 @@ namespace klova {
 namespace {
 
 void reportFrames(const Frame& oldFrame, const Frame& newFrame) {
-    diagnosticLine("oldFrame : " + description(oldFrame));
-    diagnosticLine("newFrame : " + description(newFrame));
+    diagnosticLine([=] { return "oldFrame : " + description(oldFrame); });
+    diagnosticLine([=] { return "newFrame : " + description(newFrame); });
 }
 
 } // namespace

@@ -19,13 +19,13 @@ void SwipeManager::moveTo(std::string_view position) {
     const auto window = focusedWindow();
     if (!window)
         return;
-    diagnosticLine(description(window->position()));
+    diagnosticLine([position = window->position()] { return description(position); });
     auto& screens = screenManager.emplace(desktop_.screens);
     screens.organizeScreens();
     const Frame oldFrame = frameOf(*window);
     const Frame newFrame = screens.frameForAlignment(oldFrame, position);
     const double screenTop = minY(screens.getCurrentScreenSize(oldFrame));
-    diagnosticLine(description(screenTop));
+    diagnosticLine([=] { return description(screenTop); });
 
     const bool belowTop = std::ranges::find(kBelowScreenTop, position) != kBelowScreenTop.end();
     window->setSize(newFrame.size);

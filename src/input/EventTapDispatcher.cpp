@@ -64,7 +64,7 @@ const std::array<EventTapDispatcher::Decision, 8> EventTapDispatcher::kDecisions
 }};
 
 Verdict EventTapDispatcher::tapCallback(EventType type, const Event& event) {
-    diagnosticLine(description(keysDown));
+    diagnosticLine([keys = keysDown] { return description(keys); });
     if (type == EventType::leftMouseDown && sharedSwipeManager != nullptr)
         sharedSwipeManager->setMouseClickedPoint(desktop_.monitors.mouseLocation());
     const auto* decision = std::ranges::find(kDecisions, type, &Decision::type);

@@ -7,13 +7,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace klova {
 namespace {
 
 DiagnosticSink theSink = nullptr;
 int holds = 0;
-std::string heldLines;
+std::vector<std::function<std::string()>> heldLines;
 
 /// A standard stream, opened once more without blocking where writing to it could block. The flag
 /// is not set on the descriptor itself, which other processes may share.
@@ -63,19 +64,26 @@ private:
 void writeHeldLines() {
     if (heldLines.empty())
         return;
+    std::string text;
+    for (const auto& line : heldLines)
+        text += line() + '\n';
+    heldLines.clear();
     static Output output(STDOUT_FILENO);
-    output.write(std::exchange(heldLines, {}));
+    output.write(text);
 }
 
 } // namespace
 
 void diagnosticLine(std::string_view text) {
+    diagnosticLine([line = std::string(text)] { return line; });
+}
+
+void diagnosticLine(std::function<std::string()> text) {
     if (theSink != nullptr) {
-        theSink(text);
+        theSink(text());
         return;
     }
-    heldLines += text;
-    heldLines += '\n';
+    heldLines.push_back(std::move(text));
     if (holds == 0)
         writeHeldLines();
 }

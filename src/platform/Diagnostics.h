@@ -1,6 +1,8 @@
 // Lines on standard output and standard error that never hold the program up.
 #pragma once
 
+#include <functional>
+#include <string>
 #include <string_view>
 
 namespace klova {
@@ -8,6 +10,10 @@ namespace klova {
 /// Writes `text` and a line break to standard output. Never blocks, never fails: where the reader
 /// is slow or gone the text is dropped, because the caller may hold the person's keyboard.
 void diagnosticLine(std::string_view text);
+
+/// The same for a text that takes work to put together: it is asked for when the line is written,
+/// and so owns what it tells of.
+void diagnosticLine(std::function<std::string()> text);
 
 /// Writes "klova: ", the sentence and a line break to standard error, under the same terms.
 void errorLine(std::string_view sentence);
