@@ -47,14 +47,16 @@ void ScreenManager::getScreenSizes() const {
     if (!screenFrames_)
         return;
     for (const Screen& screen : *screenFrames_)
-        diagnosticLine("Screen : " + description(screen.frame) + "  :  " +
-                       description(screen.backingScaleFactor) + "   \n");
+        diagnosticLine([screen] {
+            return "Screen : " + description(screen.frame) + "  :  " +
+                   description(screen.backingScaleFactor) + "   \n";
+        });
 }
 
 void ScreenManager::organizeScreens() {
-    if (screenFrames_)
-        std::ranges::stable_sort(*screenFrames_, {},
-                                 [](const Screen& screen) { return minX(screen.frame); });
+    const auto left = [](const Screen& screen) { return minX(screen.frame); };
+    if (screenFrames_ && !std::ranges::is_sorted(*screenFrames_, {}, left))
+        std::ranges::stable_sort(*screenFrames_, {}, left);
 }
 
 std::optional<ScreenManager::Choice> ScreenManager::chooseScreen(const Frame& frame) {
