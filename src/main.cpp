@@ -19,10 +19,10 @@
 #include "platform/freedesktop/TrustNotification.h"
 #include "platform/x11/Guard.h"
 #include "platform/x11/SingleInstance.h"
+#include "platform/x11/ToolkitConnection.h"
 #include "platform/x11/X11Desktop.h"
-#include "platform/x11/XlibErrors.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QString>
 #include <QTimer>
 #include <csignal>
@@ -103,6 +103,8 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     watchedConnection = x11.descriptor();
     std::atexit(endWithoutServerIfItIsGone);
     QtApplication application("xcb");
+    if (const auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
+        x11::ignoreForeignClicks(native->connection());
     DesktopPump pump(x11, endWithoutServer);
     quitSignals.deliverTo([&application] { application.terminate(); });
     panels = &x11.panels();

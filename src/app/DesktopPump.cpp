@@ -1,5 +1,7 @@
 #include "app/DesktopPump.h"
 
+#include "platform/Diagnostics.h"
+
 #include <QAbstractEventDispatcher>
 #include <algorithm>
 #include <chrono>
@@ -9,6 +11,13 @@
 
 namespace klova {
 namespace {
+
+using namespace std::chrono_literals;
+using Clock = EventSource::Clock;
+
+/// What an event leads to mostly follows at once: until then the loop's other sources can wait.
+constexpr auto kLinger = 1ms;
+constexpr auto kLongest = 4ms; // until the last wait begins
 
 DesktopPump* pump = nullptr;
 
@@ -39,15 +48,28 @@ DesktopPump::~DesktopPump() {
 /// A key that is held back waits for its answer, so it gets that here and not only after the loop
 /// has asked all its sources. Where the loop is not GLib's the notifier does the same a bit later.
 int DesktopPump::wait(pollfd* descriptors, unsigned count, int timeout) {
+    const std::span all(descriptors, count);
+    const auto own = std::ranges::find(all, pump->source_.descriptor(), &pollfd::fd);
     int ready = ::poll(descriptors, count, timeout);
-    for (pollfd& descriptor : std::span(descriptors, count)) {
-        if (descriptor.fd != pump->source_.descriptor() || descriptor.revents != POLLIN)
-            continue;
-        descriptor.revents = 0;
+    if (own == all.end() || own->revents != POLLIN)
+        return ready;
+    const DiagnosticsHold hold;
+    const auto end = Clock::now() + (timeout != 0 ? kLongest : 0ms);
+    bool there = true;
+    while (ready > 0 && own->revents == POLLIN) {
+        own->revents = 0;
         --ready;
-        pump->handled(pump->source_.dispatch());
+        there = pump->source_.dispatch();
+        if (!there || ready > 0 || !pump->mayLinger(end))
+            break;
+        ready = ::poll(descriptors, count, kLinger.count());
     }
-    return ready;
+    pump->handled(there);
+    return std::max(ready, 0);
+}
+
+bool DesktopPump::mayLinger(Clock::time_point end) const {
+    return Clock::now() < std::min(end, source_.deadline().value_or(end));
 }
 
 void DesktopPump::handled(bool there) {
@@ -57,7 +79,7 @@ void DesktopPump::handled(bool there) {
         gone_();
 }
 
-void DesktopPump::setTimer(std::optional<EventSource::Clock::time_point> deadline) {
+void DesktopPump::setTimer(Deadline deadline) {
     if (deadline == deadline_ && (timer_.isActive() || !deadline))
         return;
     deadline_ = deadline;

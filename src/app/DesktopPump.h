@@ -23,14 +23,15 @@ public:
 
 private:
     static int wait(pollfd* descriptors, unsigned count, int timeout);
+    bool mayLinger(EventSource::Clock::time_point end) const;
     void handled(bool there);
-    void setTimer(std::optional<EventSource::Clock::time_point> deadline);
+    void setTimer(Deadline deadline);
 
     EventSource& source_;
     std::function<void()> gone_;
     QSocketNotifier notifier_;
     QTimer timer_;
-    std::optional<EventSource::Clock::time_point> deadline_; ///< for which the timer is set
+    Deadline deadline_; ///< for which the timer is set
 };
 
 } // namespace klova

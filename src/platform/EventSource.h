@@ -1,8 +1,7 @@
 // The desktop's events as something that an event loop can wait for.
 #pragma once
 
-#include <chrono>
-#include <optional>
+#include "platform/Deadline.h"
 
 namespace klova {
 
@@ -24,8 +23,8 @@ public:
     /// `dispatch` does.
     virtual bool dispatchReceived() = 0;
 
-    /// When `dispatch` has to be called even if nothing arrives; absent: never.
-    virtual std::optional<Clock::time_point> deadline() const = 0;
+    /// When `dispatch` has to be called even if nothing arrives.
+    virtual Deadline deadline() const = 0;
 };
 
 } // namespace klova

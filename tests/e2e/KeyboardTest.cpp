@@ -162,9 +162,30 @@ TEST_P(KeyboardTest, LayoutsSwapModifiersByMeaningAndKeepLettersByPlace) {
     expectNoLeak("letters");
 }
 
+constexpr Injector::ButtonMap plain{1, 2, 3, 4, 5, 6, 7, 8, 9, 10},
+    swapped{3, 2, 1, 4, 5, 6, 7, 8, 9, 10};
+
+TEST_P(KeyboardTest, AClickBeforeTheKeysCountsAsTheButtonThatItIsByThen) {
+    ASSERT_TRUE(place(display, window.id(), {100, 100, 600, 400}));
+    hands().setSpacing(2ms);
+    hands().movePointer(200, 200);
+    klova->click(2); // from here on Klova knows what the buttons were
+    received();
+    for (const bool everyMouse : {true, false}) {
+        hands().mapAllButtons(everyMouse ? swapped : plain);
+        hands().mapButtons(everyMouse ? plain : swapped);
+        hands().movePointer(everyMouse ? 300 : 400, 300);
+        klova->click(3);
+        EXPECT_EQ(received(), (std::vector{1, -1}));
+        hands().press(kActivation);
+        klova->click(3);
+        expectPlace(everyMouse ? Place::wholeScreen : Place::centre, "second click");
+        hands().release(kActivation);
+        received();
+    }
+}
+
 TEST_P(KeyboardTest, LeftHandedPointersHaveTheirButtonsSwapped) {
-    const Injector::ButtonMap plain{1, 2, 3, 4, 5, 6, 7, 8, 9, 10},
-        swapped{3, 2, 1, 4, 5, 6, 7, 8, 9, 10};
     hands().setSpacing(2ms); // presses within a millisecond count as one
     for (const bool everyMouse : {true, false}) {
         hands().mapAllButtons(everyMouse ? swapped : plain);

@@ -40,6 +40,7 @@ public:
             screens.handle(*event);
             service.handle(*event);
         }
+        windowManager.watch(true);
         service.onDeadline(std::chrono::steady_clock::now());
         service.flushWrites();
     }

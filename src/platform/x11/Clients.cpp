@@ -17,8 +17,8 @@ bool isNormal(const WindowSnapshot& snapshot) {
 } // namespace
 
 std::optional<FoundWindow> Clients::focused() {
-    const auto seen = std::exchange(sighting_, std::nullopt);
-    const auto sighting = seen ? *seen : look();
+    auto seen = std::exchange(sighting_, std::nullopt);
+    const auto sighting = seen ? *std::move(seen) : look();
     if (!sighting.snapshot || !sighting.listed)
         return std::nullopt;
     if (manager_.present() && !isNormal(*sighting.snapshot))

@@ -38,6 +38,7 @@ public:
     /// While followed, the active window is known by its events, and `frontmost` and `focused`
     /// have to ask only for what has changed.
     void follow(bool following);
+    bool following() const { return following_; }
 
     /// Asks for what is not known, so that nobody has to wait for it when a gesture comes. To be
     /// called when all events so far have been handled.

@@ -65,6 +65,7 @@ void Connection::queryExtensions() {
         hasXInput = version && (version->major_version > 2 ||
                                 (version->major_version == 2 && version->minor_version >= 1));
         xinputOpcode_ = xinput->major_opcode;
+        xinputFirstEvent_ = xinput->first_event;
     }
     if (!hasXInput)
         missing_.emplace_back("XInput 2.1");
@@ -155,8 +156,8 @@ void Connection::sendToWindowManager(xcb_window_t window, xcb_atom_t type,
                    reinterpret_cast<const char*>(&message));
 }
 
-void Connection::selectRootEvents(std::uint32_t mask) {
-    rootMask_ |= mask;
+void Connection::selectRootEvents(std::uint32_t mask, bool wanted) {
+    rootMask_ = wanted ? rootMask_ | mask : rootMask_ & ~mask;
     xcb_change_window_attributes(get(), root(), XCB_CW_EVENT_MASK, &rootMask_);
 }
 

@@ -44,6 +44,7 @@ public:
     const std::vector<std::string>& missingExtensions() const { return missing_; }
     bool hasXResource() const { return hasXResource_; }
     std::uint8_t xinputOpcode() const { return xinputOpcode_; }
+    std::uint8_t xinputFirstEvent() const { return xinputFirstEvent_; }
     std::uint8_t xkbFirstEvent() const { return xkbFirstEvent_; }
     std::uint8_t randrFirstEvent() const { return randrFirstEvent_; }
 
@@ -72,8 +73,8 @@ public:
     void sendToWindowManager(xcb_window_t window, xcb_atom_t type,
                              std::span<const std::uint32_t, 5> data);
 
-    /// Adds to the events that this connection selects on the root window.
-    void selectRootEvents(std::uint32_t mask);
+    /// Adds to the events that this connection selects on the root window, or takes away from them.
+    void selectRootEvents(std::uint32_t mask, bool wanted = true);
 
 private:
     void queryExtensions();
@@ -91,6 +92,7 @@ private:
     std::vector<std::string> missing_;
     bool hasXResource_ = false;
     std::uint8_t xinputOpcode_ = 0;
+    std::uint8_t xinputFirstEvent_ = 0;
     std::uint8_t xkbFirstEvent_ = 0;
     std::uint8_t randrFirstEvent_ = 0;
     std::uint32_t rootMask_ = 0;

@@ -4,6 +4,7 @@
 #include "platform/x11/Clients.h"
 
 #include <cstdint>
+#include <typeinfo>
 
 namespace klova::x11 {
 
@@ -31,5 +32,12 @@ struct PartElement final : AXUIElement {
     explicit PartElement(xcb_window_t part) : window(part) {}
     xcb_window_t window;
 };
+
+/// Null where the element is none of that kind, which has to be a final one: a cast that looks for
+/// more takes its time, and a key that is held back asks a dozen times.
+template <class Kind> const Kind* as(const AXUIElementRef& element) {
+    const AXUIElement* any = element.get();
+    return any != nullptr && typeid(*any) == typeid(Kind) ? static_cast<const Kind*>(any) : nullptr;
+}
 
 } // namespace klova::x11

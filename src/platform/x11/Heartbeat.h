@@ -1,6 +1,7 @@
 // Tells the guard, in another process, that events are being answered while they are held back.
 #pragma once
 
+#include "platform/Deadline.h"
 #include "platform/UniqueDescriptor.h"
 
 #include <chrono>
@@ -37,7 +38,7 @@ public:
     void beat(bool holding);
 
     /// When the next beat is due even if nothing happens; absent while nothing is held.
-    std::optional<Clock::time_point> deadline() const { return due_; }
+    Deadline deadline() const { return due_; }
 
 private:
     void goOnAlone();

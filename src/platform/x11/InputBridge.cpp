@@ -58,7 +58,6 @@ InputBridge::InputBridge(Connection& connection, Heartbeat& heartbeat, X11Screen
                        kWatchedKeys | XCB_INPUT_XI_EVENT_MASK_FOCUS_IN);
     selectXInputEvents(connection, kMasterPointer, kWatchedButtons);
     selectXInputEvents(connection, kAllDevices, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
-    connection.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
     readKeyMap();
     if (const auto state = own(xcb_xkb_get_state_reply(
             connection.get(), xcb_xkb_get_state(connection.get(), XCB_XKB_ID_USE_CORE_KBD),
@@ -98,13 +97,16 @@ void InputBridge::handle(const xcb_generic_event_t& event) {
     if (!usable_)
         return;
     const auto type = static_cast<std::uint8_t>(event.response_type & 0x7F);
-    if (const auto grab = timeOfKeyboardGrab(state_.connection, event)) {
-        state_.heartbeat.noticeGrab(*grab);
-    } else if (type == XCB_GE_GENERIC) {
-        if (reinterpret_cast<const xcb_ge_generic_event_t&>(event).extension ==
-            state_.connection.xinputOpcode())
+    if (type == XCB_GE_GENERIC) {
+        if (const auto grab = timeOfKeyboardGrab(state_.connection, event))
+            state_.heartbeat.noticeGrab(*grab);
+        else if (reinterpret_cast<const xcb_ge_generic_event_t&>(event).extension ==
+                 state_.connection.xinputOpcode())
             handleXInput(event);
-    } else if (type == state_.connection.xkbFirstEvent()) {
+        return;
+    }
+    pointer_.handle(event);
+    if (type == state_.connection.xkbFirstEvent()) {
         const auto& xkb = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
         if (xkb.xkbType == XCB_XKB_STATE_NOTIFY)
             noteStuck(xkb.latchedMods, xkb.lockedMods, xkb.keycode);
@@ -114,11 +116,6 @@ void InputBridge::handle(const xcb_generic_event_t& event) {
         if (reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request !=
             XCB_MAPPING_POINTER)
             keyMapChanged_ = true;
-    } else if (type == XCB_PROPERTY_NOTIFY) {
-        const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        if (property.window == state_.connection.root() &&
-            property.atom == state_.connection.atoms()._NET_SUPPORTING_WM_CHECK)
-            renewGrabsSoon();
     }
 }
 
@@ -138,6 +135,8 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
     state_.place.reset();
     if (keyMapChanged_)
         readKeyMap();
+    if (key.event_type != XCB_INPUT_BUTTON_PRESS) // which says itself where it was
+        pointer_.locatePress();
     keys_.followStuckKeys();
     switch (key.event_type) {
     case XCB_INPUT_RAW_KEY_PRESS:
@@ -167,6 +166,7 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
         break;
     case XCB_INPUT_HIERARCHY:
         keys_.dropStaleKeys();
+        pointer_.forgetDevices();
         break;
     default:
         break;
@@ -207,6 +207,8 @@ std::string InputBridge::legendOf(KeyCode code) const {
 void InputBridge::settle() {
     if (usable_ && keyMapChanged_)
         readKeyMap();
+    if (const auto due = pointer_.deadline(); due && *due <= std::chrono::steady_clock::now())
+        pointer_.locatePress();
     if (std::exchange(legendsOutdated_, false) && legendsChanged_)
         legendsChanged_();
     keys_.followStuckKeys();
@@ -219,8 +221,6 @@ void InputBridge::settle() {
     holdKeyboardWhileArmed();
 }
 
-/// A new window manager or keyboard map makes other programs place their grabs again, and the
-/// newest one wins: at once for whoever was quick, and once more for the others.
 void InputBridge::renewGrabsSoon() {
     beaten_ = true;
     renewAt_ = std::chrono::steady_clock::now() + kRenewal;
@@ -236,12 +236,11 @@ void InputBridge::renewGrabs() {
     state_.tap->renewGrabs();
 }
 
-std::optional<InputBridge::TimePoint> InputBridge::deadline() const {
+Deadline InputBridge::deadline() const {
     if (state_.tap == nullptr)
-        return std::nullopt;
-    if (retryAt_)
-        return retryAt_;
-    return state_.armed() ? state_.heartbeat.deadline() : renewAt_;
+        return pointer_.deadline();
+    const Deadline ofKeys = state_.armed() ? state_.heartbeat.deadline() : renewAt_;
+    return earlier(retryAt_ ? retryAt_ : ofKeys, pointer_.deadline());
 }
 
 /// What has arrived and not been looked at may be the very press that a grab of ours holds back.

@@ -46,6 +46,11 @@ public:
     /// To be called when no more events have been received: what need not be done between two.
     void settle();
 
+    /// A new window manager or keyboard map makes other programs place their grabs again, and the
+    /// newest one wins: ours are renewed at once, for whoever was quick, and once more for the
+    /// others.
+    void renewGrabsSoon();
+
     bool armed() const { return state_.armed(); }
 
     /// Whether the next key may be a gesture.
@@ -53,7 +58,7 @@ public:
         return armed() && state_.tap->ownsKeyboard() && !state_.tap->hasSwallowedButtons();
     }
 
-    std::optional<TimePoint> deadline() const;
+    Deadline deadline() const;
 
     /// The server's time of the last input event.
     xcb_timestamp_t lastTime() const { return lastTime_; }
@@ -65,7 +70,6 @@ private:
     void handleXInput(const xcb_generic_event_t& event);
     void catchUpWithKeys(xcb_timestamp_t time);
     void readKeyMap();
-    void renewGrabsSoon();
     void renewGrabs();
     bool eventsWait();
     void holdKeyboardWhileArmed();

@@ -87,9 +87,7 @@ void Minimizing::onStateChanged(Clock::time_point) {
         wanted_.reset();
 }
 
-std::optional<Minimizing::Clock::time_point> Minimizing::deadline() const {
-    return wanted_ ? std::optional(due_) : std::nullopt;
-}
+Deadline Minimizing::deadline() const { return wanted_ ? std::optional(due_) : std::nullopt; }
 
 void Minimizing::onDeadline(Clock::time_point now) {
     if (!wanted_ || now < due_)

@@ -1,6 +1,7 @@
 // Minimizing one window and bringing it back: the newest wish wins.
 #pragma once
 
+#include "platform/Deadline.h"
 #include "platform/x11/WindowSnapshot.h"
 
 #include <chrono>
@@ -30,7 +31,7 @@ public:
     /// To be called when a state property of the window has changed.
     void onStateChanged(Clock::time_point now);
 
-    std::optional<Clock::time_point> deadline() const;
+    Deadline deadline() const;
     void onDeadline(Clock::time_point now);
 
 private:

@@ -61,8 +61,10 @@ std::vector<PassiveGrab> planPassiveGrabs(const KeyMap& map,
     return plan;
 }
 
-PassiveGrabs::PassiveGrabs(Connection& connection, std::vector<PassiveGrab> grabs)
-    : connection_(connection), grabs_(std::move(grabs)) {
+void PassiveGrabs::place(std::vector<PassiveGrab> grabs) {
+    if (grabs == grabs_)
+        return;
+    grabs_ = std::move(grabs);
     renew();
 }
 

@@ -32,17 +32,18 @@ std::vector<PassiveGrab> planPassiveGrabs(const KeyMap& map,
 /// Installed grabs; gone when this is.
 class PassiveGrabs {
 public:
-    PassiveGrabs(Connection& connection, std::vector<PassiveGrab> grabs);
+    explicit PassiveGrabs(Connection& connection) : connection_(connection) {}
     ~PassiveGrabs();
     PassiveGrabs(const PassiveGrabs&) = delete;
     PassiveGrabs& operator=(const PassiveGrabs&) = delete;
 
-    const std::vector<PassiveGrab>& grabs() const { return grabs_; }
+    /// Has these installed and no others; does nothing where they are already.
+    void place(std::vector<PassiveGrab> grabs);
 
-    /// Makes these the newest of all grabs, which is the one that counts among equals.
+    /// Makes the installed ones the newest of all grabs, which is the one that counts among equals.
     void renew();
 
-    /// How many combinations another program already holds.
+    /// How many of their combinations another program already holds.
     std::size_t refused() const { return refused_; }
 
 private:

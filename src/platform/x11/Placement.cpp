@@ -174,7 +174,7 @@ void Placement::onDecorationChanged(Clock::time_point now) {
         sent_->settled = now + kSettling;
 }
 
-std::optional<Placement::Clock::time_point> Placement::deadline() const {
+Deadline Placement::deadline() const {
     if (unsent_)
         return outstanding() ? sent_->at + kPace : Clock::time_point::min();
     if (!sent_)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "geometry/Frame.h"
+#include "platform/Deadline.h"
 #include "platform/x11/WindowSnapshot.h"
 
 #include <chrono>
@@ -39,7 +40,7 @@ public:
     void onConfigure(const xcb_configure_notify_event_t& event, Clock::time_point now);
     void onDecorationChanged(Clock::time_point now);
 
-    std::optional<Clock::time_point> deadline() const;
+    Deadline deadline() const;
     void onDeadline(Clock::time_point now);
 
 private:

@@ -9,6 +9,9 @@ constexpr std::uint32_t kLeft = 1;
 constexpr std::uint32_t kMiddle = 2;
 constexpr std::uint32_t kRight = 3;
 
+/// By then a click has reached its window, which is not to wait for our question.
+constexpr std::chrono::milliseconds kPassing{1};
+
 EventType typeOf(std::uint32_t button, bool press) {
     switch (button) {
     case kLeft:
@@ -23,7 +26,7 @@ EventType typeOf(std::uint32_t button, bool press) {
 } // namespace
 
 PointerInput::PointerInput(InputState& state, X11Screens& screens, const XSettings& settings)
-    : state_(state), screens_(screens), settings_(settings) {
+    : state_(state), screens_(screens), settings_(settings), maps_(state.connection) {
     readMainScreen();
 }
 
@@ -32,24 +35,6 @@ void PointerInput::readMainScreen() { mainScreenBottom_ = screens_.mainMonitor()
 Point PointerInput::location() {
     const Point place = state_.place ? *state_.place : queryPointer(state_.connection);
     return {place.x, mainScreenBottom_ - place.y};
-}
-
-std::uint32_t PointerInput::logicalButton(const RawButtonEvent& event) const {
-    auto* connection = state_.connection.get();
-    const auto device = static_cast<std::uint8_t>(event.sourceid);
-    const auto ofDevice = xcb_input_get_device_button_mapping(connection, device);
-    const auto ofPointer = xcb_get_pointer_mapping(connection);
-    const auto deviceReply =
-        own(xcb_input_get_device_button_mapping_reply(connection, ofDevice, nullptr));
-    const auto pointerReply = own(xcb_get_pointer_mapping_reply(connection, ofPointer, nullptr));
-
-    // The server applies the device's own map first, then that of the pointer it moves.
-    std::uint32_t button = event.detail;
-    if (deviceReply && button >= 1 && button <= deviceReply->map_size)
-        button = xcb_input_get_device_button_mapping_map(deviceReply.get())[button - 1];
-    if (pointerReply && button >= 1 && button <= pointerReply->map_len)
-        button = xcb_get_pointer_mapping_map(pointerReply.get())[button - 1];
-    return button;
 }
 
 Event PointerInput::buttonEvent(std::uint32_t button, bool press, xcb_timestamp_t time) {
@@ -63,9 +48,7 @@ Event PointerInput::buttonEvent(std::uint32_t button, bool press, xcb_timestamp_
 
 void PointerInput::watched(const RawButtonEvent& event, bool press) {
     countForeignPress();
-    const auto pointer = askPointer(state_.connection);
-    const std::uint32_t button = logicalButton(event);
-    const Point place = takePointer(state_.connection, pointer);
+    const std::uint32_t button = maps_.logicalButton(event.sourceid, event.detail);
     if (button != kLeft && button != kRight)
         return;
     if (press && state_.armed()) {
@@ -73,14 +56,26 @@ void PointerInput::watched(const RawButtonEvent& event, bool press) {
         undecided_ = Press{button, event.time};
         return;
     }
-    observe(button, press, event.time, place);
+    if (press)
+        passing_ = Passing{{button, event.time}, std::chrono::steady_clock::now() + kPassing};
+    else
+        show(buttonEvent(button, false, event.time));
 }
 
-void PointerInput::observe(std::uint32_t button, bool press, xcb_timestamp_t time, Point place) {
-    if (press)
-        readMainScreen();
+void PointerInput::locatePress() {
+    if (const auto passing = std::exchange(passing_, std::nullopt))
+        observe(passing->press, queryPointer(state_.connection));
+    selectMotion();
+}
+
+void PointerInput::observe(const Press& press, Point place) {
+    readMainScreen();
     state_.place = place;
-    const Event click = buttonEvent(button, press, time);
+    show(buttonEvent(press.button, true, press.time));
+    state_.place.reset();
+}
+
+void PointerInput::show(const Event& click) {
     state_.monitors.deliver(click);
     state_.observe(click);
 }
@@ -97,12 +92,13 @@ std::int64_t PointerInput::countClick(const Press& press, Point place) {
 }
 
 void PointerInput::frozenPress(const ButtonEvent& event) {
+    const bool passed = std::exchange(passing_, std::nullopt).has_value();
     const bool seen = !std::exchange(undecided_, std::nullopt);
     const Point place = pixel(event.root_x, event.root_y);
     if (!state_.armed()) {
         allowEvents(state_.connection, kMasterPointer, Allow::replay);
-        if (!seen)
-            observe(event.detail, true, event.time, place);
+        if (passed || !seen)
+            observe({event.detail, event.time}, place);
         return;
     }
     // Before anything else: while the pointer is frozen the server merges its motions, and each

@@ -1,10 +1,14 @@
 // Button and motion events, watched and held back.
 #pragma once
 
+#include "platform/Deadline.h"
+#include "platform/x11/ButtonMaps.h"
 #include "platform/x11/ClickCounter.h"
 #include "platform/x11/InputState.h"
 #include "platform/x11/X11Screens.h"
 #include "platform/x11/XSettings.h"
+
+#include <chrono>
 
 namespace klova::x11 {
 
@@ -14,6 +18,11 @@ public:
 
     /// A button event on its way to anybody.
     void watched(const RawButtonEvent& event, bool press);
+
+    /// Asks where the press was that passed by last, and tells of it; at the latest before whatever
+    /// comes next.
+    void locatePress();
+    Deadline deadline() const { return passing_ ? Deadline(passing_->locateAt) : std::nullopt; }
 
     /// A press that a grab of ours has frozen; answered here in every case.
     void frozenPress(const ButtonEvent& event);
@@ -31,6 +40,12 @@ public:
     /// not wake the program.
     void selectMotion();
 
+    /// To be called with every event that is not an XInput2 one.
+    void handle(const xcb_generic_event_t& event) { maps_.handle(event); }
+
+    /// To be called when devices come or go.
+    void forgetDevices() { maps_.forgetDevices(); }
+
     /// In points, origin at the bottom left of the main screen, y growing upward.
     Point location();
 
@@ -39,9 +54,13 @@ private:
         std::uint32_t button = 0;
         xcb_timestamp_t time = 0;
     };
+    struct Passing {
+        Press press;
+        std::chrono::steady_clock::time_point locateAt;
+    };
 
-    std::uint32_t logicalButton(const RawButtonEvent& event) const;
-    void observe(std::uint32_t button, bool press, xcb_timestamp_t time, Point place);
+    void observe(const Press& press, Point place);
+    void show(const Event& click);
     void countForeignPress();
     std::int64_t countClick(const Press& press, Point place);
     Event buttonEvent(std::uint32_t button, bool press, xcb_timestamp_t time);
@@ -50,8 +69,10 @@ private:
     InputState& state_;
     X11Screens& screens_;
     const XSettings& settings_;
+    ButtonMaps maps_;
     ClickCounter clicks_;
     double mainScreenBottom_ = 0;    ///< in root pixels, y downward
+    std::optional<Passing> passing_; ///< watched while not armed, and not told of yet
     std::optional<Press> undecided_; ///< watched while armed, not yet seen frozen
     bool leftDown_ = false;
     bool motionSelected_ = false;

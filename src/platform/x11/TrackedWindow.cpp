@@ -7,10 +7,11 @@
 namespace klova::x11 {
 namespace {
 
-void selectEvents(Connection& connection, xcb_window_t window, bool properties) {
-    const std::uint32_t mask =
-        XCB_EVENT_MASK_STRUCTURE_NOTIFY |
-        (properties ? XCB_EVENT_MASK_PROPERTY_CHANGE : XCB_EVENT_MASK_NO_EVENT);
+constexpr std::uint32_t kNothing = XCB_EVENT_MASK_NO_EVENT;
+constexpr std::uint32_t kItsEnd = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+constexpr std::uint32_t kAll = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+
+void selectEvents(Connection& connection, xcb_window_t window, std::uint32_t mask) {
     xcb_change_window_attributes(connection.get(), window, XCB_CW_EVENT_MASK, &mask);
 }
 
@@ -22,11 +23,10 @@ TrackedWindow::TrackedWindow(Connection& connection, WindowManager& manager, X11
       connection_(connection), id_(window), process_(processOf(connection, window)) {}
 
 void TrackedWindow::listen() {
-    const bool wanted = awaited_ || placement.busy() || minimizing.wanted().has_value();
-    if (wanted == listening_ || gone_)
+    if (listening_ != idle() || gone_)
         return;
-    listening_ = wanted;
-    selectEvents(connection_, id_, wanted);
+    listening_ = !listening_;
+    selectEvents(connection_, id_, listening_ ? kAll : kItsEnd);
 }
 
 std::shared_ptr<TrackedWindow> TrackedWindows::track(xcb_window_t window) {
@@ -41,7 +41,7 @@ std::shared_ptr<TrackedWindow> TrackedWindows::track(xcb_window_t window) {
 
 void TrackedWindows::watch(xcb_window_t window) {
     if (window != XCB_NONE && window != awaited_ && find(window) == nullptr)
-        selectEvents(connection_, window, false);
+        selectEvents(connection_, window, kItsEnd);
 }
 
 void TrackedWindows::await(xcb_window_t window) {
@@ -52,7 +52,7 @@ void TrackedWindows::await(xcb_window_t window) {
             tracked->setAwaited(id == awaited_);
             tracked->listen();
         } else if (id != XCB_NONE) {
-            selectEvents(connection_, id, id == awaited_);
+            id == awaited_ ? selectEvents(connection_, id, kAll) : ignore(id);
         }
     }
 }
@@ -105,12 +105,11 @@ void TrackedWindows::flush(Clock::time_point now) {
     }
 }
 
-std::optional<TrackedWindows::Clock::time_point> TrackedWindows::deadline() const {
-    std::optional<Clock::time_point> first;
+Deadline TrackedWindows::deadline() const {
+    Deadline first;
     for (const auto& [id, window] : windows_)
-        for (const auto& due : {window->placement.deadline(), window->minimizing.deadline()})
-            if (due && (!first || *due < *first))
-                first = due;
+        first =
+            earlier(first, earlier(window->placement.deadline(), window->minimizing.deadline()));
     return first;
 }
 
@@ -120,6 +119,21 @@ void TrackedWindows::onDeadline(Clock::time_point now) {
         window->minimizing.onDeadline(now);
         window->listen();
     }
+}
+
+void TrackedWindows::forgetIdle() {
+    std::erase_if(windows_, [this](const auto& entry) {
+        const bool forgotten = entry.second.use_count() == 1 && entry.second->idle();
+        if (forgotten)
+            ignore(entry.first);
+        return forgotten;
+    });
+}
+
+/// The manager's own window may be the active one, and its end is to be heard by whoever asks for
+/// the manager.
+void TrackedWindows::ignore(xcb_window_t window) {
+    selectEvents(connection_, window, window == manager_.checkWindow() ? kItsEnd : kNothing);
 }
 
 } // namespace klova::x11

@@ -35,6 +35,9 @@ public:
     void listen();
     void setAwaited(bool awaited) { awaited_ = awaited; }
 
+    /// Whether nothing is under way or to be expected.
+    bool idle() const { return !awaited_ && !placement.busy() && !minimizing.wanted(); }
+
 private:
     Connection& connection_;
     xcb_window_t id_;
@@ -65,11 +68,15 @@ public:
 
     void handle(const xcb_generic_event_t& event);
     void flush(Clock::time_point now);
-    std::optional<Clock::time_point> deadline() const;
+    Deadline deadline() const;
     void onDeadline(Clock::time_point now);
+
+    /// Hears no more of windows that nobody holds and that nothing is under way with.
+    void forgetIdle();
 
 private:
     TrackedWindow* find(xcb_window_t window);
+    void ignore(xcb_window_t window);
     void onProperty(const xcb_property_notify_event_t& event);
 
     Connection& connection_;

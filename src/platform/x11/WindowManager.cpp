@@ -5,11 +5,24 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <utility>
 
 namespace klova::x11 {
 
-WindowManager::WindowManager(Connection& connection) : connection_(connection) {
-    connection_.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
+bool WindowManager::watch(bool closely) {
+    const bool unheard = closely && !listening_;
+    if (unheard || !facts_) {
+        listen(true); // before the question: nothing is missed in between
+        facts_ = read();
+    }
+    const auto manager = facts_->checkWindow;
+    listen(closely || manager == XCB_NONE);
+    return std::exchange(seen_, manager) != manager;
+}
+
+void WindowManager::listen(bool wanted) {
+    if (wanted != std::exchange(listening_, wanted))
+        connection_.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE, wanted);
 }
 
 void WindowManager::handle(const xcb_generic_event_t& event) {
@@ -17,13 +30,19 @@ void WindowManager::handle(const xcb_generic_event_t& event) {
     const auto& atoms = connection_.atoms();
     if (type == XCB_PROPERTY_NOTIFY) {
         const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        if (notify.window == connection_.root() &&
-            (notify.atom == atoms._NET_SUPPORTED || notify.atom == atoms._NET_SUPPORTING_WM_CHECK))
+        // One that begins confirms itself on its own window, which nobody watches yet, and has more
+        // to say on the root before and after.
+        const bool concerns = notify.atom == atoms._NET_SUPPORTED ||
+                              notify.atom == atoms._NET_SUPPORTING_WM_CHECK ||
+                              (facts_ && facts_->checkWindow == XCB_NONE);
+        if (notify.window == connection_.root() && concerns)
             facts_.reset();
     } else if (type == XCB_DESTROY_NOTIFY && facts_) {
         const auto& notify = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
-        if (notify.window == facts_->checkWindow)
+        if (notify.window == facts_->checkWindow) {
             facts_.reset();
+            seen_ = XCB_NONE; // the next one's may have the same number
+        }
     }
 }
 

@@ -11,10 +11,16 @@ namespace klova::x11 {
 
 class WindowManager {
 public:
-    explicit WindowManager(Connection& connection);
+    explicit WindowManager(Connection& connection) : connection_(connection) {}
 
     /// Window managers come and go; what was learnt is forgotten when one does.
     void handle(const xcb_generic_event_t& event);
+
+    /// To be called when all events so far have been handled. The root window's properties, which
+    /// change whenever a window is raised, are told of only while watched closely or while there
+    /// is no manager, whose coming shows in them; its going shows in its own window. Returns
+    /// whether the manager is another one than at the last call.
+    bool watch(bool closely);
 
     bool present() { return facts().checkWindow != XCB_NONE; }
     /// The manager's own window, which some name as the active one when no other is.
@@ -37,10 +43,13 @@ private:
     };
     const Facts& facts();
     Facts read();
+    void listen(bool wanted);
     std::vector<xcb_window_t> visibleTopLevels();
 
     Connection& connection_;
     std::optional<Facts> facts_;
+    xcb_window_t seen_ = XCB_NONE; ///< the manager of the last call of `watch`
+    bool listening_ = false;
 };
 
 } // namespace klova::x11

@@ -38,11 +38,11 @@ AXUIElementRef X11AccessibilityService::AXUIElementCreateApplication(ProcessId p
 
 AXCopyResult X11AccessibilityService::AXUIElementCopyAttributeValue(const AXUIElementRef& element,
                                                                     std::string_view attribute) {
-    if (const auto* application = dynamic_cast<const ApplicationElement*>(element.get()))
+    if (const auto* application = as<ApplicationElement>(element))
         return read(*application, attribute);
-    if (const auto* window = dynamic_cast<const WindowElement*>(element.get()))
+    if (const auto* window = as<WindowElement>(element))
         return read(*window, attribute);
-    if (const auto* part = dynamic_cast<const PartElement*>(element.get()))
+    if (const auto* part = as<PartElement>(element))
         return read(*part, attribute);
     return failure(kAttributeUnsupported);
 }
@@ -120,12 +120,12 @@ AXUIElementRef X11AccessibilityService::AXUIElementCopyElementAtPosition(const A
 }
 
 std::optional<ProcessId> X11AccessibilityService::AXUIElementGetPid(const AXUIElementRef& element) {
-    if (const auto* application = dynamic_cast<const ApplicationElement*>(element.get()))
+    if (const auto* application = as<ApplicationElement>(element))
         return application->process;
-    if (const auto* window = dynamic_cast<const WindowElement*>(element.get()))
+    if (const auto* window = as<WindowElement>(element))
         return window->found.window->gone() ? std::nullopt
                                             : std::optional(window->found.window->process());
-    if (const auto* part = dynamic_cast<const PartElement*>(element.get()))
+    if (const auto* part = as<PartElement>(element))
         return processOf(connection_, part->window);
     return std::nullopt;
 }
@@ -170,7 +170,7 @@ bool X11AccessibilityService::isMinimized(const WindowElement& element) {
 void X11AccessibilityService::AXUIElementSetAttributeValue(const AXUIElementRef& element,
                                                            std::string_view attribute,
                                                            const AXAttributeValue& value) {
-    const auto* target = dynamic_cast<const WindowElement*>(element.get());
+    const auto* target = as<WindowElement>(element);
     if (target == nullptr || target->found.window->gone())
         return;
     auto& window = *target->found.window;
@@ -218,6 +218,8 @@ void X11AccessibilityService::handle(const xcb_generic_event_t& event) {
 void X11AccessibilityService::flushWrites() {
     beginMoment();
     tracked_.flush(Clock::now());
+    if (!clients_.following())
+        tracked_.forgetIdle();
     connection_.flush();
 }
 

@@ -45,7 +45,7 @@ public:
     /// Ends a gesture: what was written is sent as one request a window.
     void flushWrites();
 
-    std::optional<Clock::time_point> deadline() const { return tracked_.deadline(); }
+    Deadline deadline() const { return tracked_.deadline(); }
     void onDeadline(Clock::time_point now);
 
     /// `time` answers with the time of the input event being dispatched, which requests for the

@@ -9,7 +9,6 @@
 #include "platform/x11/X11TrayArea.h"
 #include "platform/x11/X11Workspace.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace klova::x11 {
@@ -68,12 +67,23 @@ void X11Desktop::handle(UniqueC<xcb_generic_event_t> event) {
     if (const auto due = accessibility_->deadline(); due && *due <= now)
         accessibility_->onDeadline(now);
     input_->settle();
+    watchRoot();
     accessibility_->flushWrites();
     accessibility_->follow(input_->armed());
     if (input_->awaitsKey() && !accessibility_->deadline())
         accessibility_->lookAhead();
     connection_.flush();
     input_->beat();
+}
+
+/// While nothing is armed the program is not woken by what goes on among other windows.
+void X11Desktop::watchRoot() {
+    const bool closely = input_->armed();
+    if (manager_.watch(closely)) {
+        input_->renewGrabsSoon();
+        input_->settle();
+    }
+    screens_->watch(closely);
 }
 
 void X11Desktop::serve(const xcb_generic_event_t& event) {
@@ -99,12 +109,8 @@ void X11Desktop::tellAll(const xcb_generic_event_t& event) {
         instance_->handle(event);
 }
 
-std::optional<EventSource::Clock::time_point> X11Desktop::deadline() const {
-    const auto input = input_->deadline();
-    const auto windows = accessibility_->deadline();
-    if (input && windows)
-        return std::min(*input, *windows);
-    return input ? input : windows;
+Deadline X11Desktop::deadline() const {
+    return earlier(input_->deadline(), accessibility_->deadline());
 }
 
 } // namespace klova::x11

@@ -60,11 +60,12 @@ public:
     int descriptor() const override { return connection_.descriptor(); }
     bool dispatch() override;
     bool dispatchReceived() override;
-    std::optional<Clock::time_point> deadline() const override;
+    Deadline deadline() const override;
 
 private:
     bool handleAll(UniqueC<xcb_generic_event_t> event);
     void handle(UniqueC<xcb_generic_event_t> event);
+    void watchRoot();
     void serve(const xcb_generic_event_t& event);
     void tellAll(const xcb_generic_event_t& event);
 

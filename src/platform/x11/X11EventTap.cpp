@@ -16,11 +16,12 @@ constexpr std::chrono::seconds kPatience{5};
 
 X11EventTap::X11EventTap(Connection& connection, Heartbeat& heartbeat, std::uint64_t mask,
                          TapClient& client)
-    : connection_(connection), heartbeat_(heartbeat), mask_(mask), client_(client) {}
+    : connection_(connection), heartbeat_(heartbeat), mask_(mask), client_(client),
+      passive_(connection) {}
 
 X11EventTap::~X11EventTap() {
     releasePointer();
-    passive_.reset();
+    passive_.place({});
     waitForSwallowedKeys();
     releaseKeyboard();
     connection_.flush();
@@ -40,20 +41,12 @@ void X11EventTap::placeGrabs(const KeyMap& map) {
     // Without activation keys nothing arms but a first modifier, and then everything is taken.
     if (enabled_ && (!client_.activationKeys().empty() || client_.armed()))
         plan = planPassiveGrabs(map, client_.activationKeys());
-    if (passive_ && passive_->grabs() == plan)
-        return;
-    passive_.reset();
-    passive_.emplace(connection_, std::move(plan));
-    if (passive_->refused() > 0 && !saidRefusal_) {
+    passive_.place(std::move(plan));
+    if (passive_.refused() > 0 && !saidRefusal_) {
         saidRefusal_ = true;
-        errorLine("another program holds " + std::to_string(passive_->refused()) +
+        errorLine("another program holds " + std::to_string(passive_.refused()) +
                   " combinations of the activation keys; they are watched in another way.");
     }
-}
-
-void X11EventTap::renewGrabs() {
-    if (passive_)
-        passive_->renew();
 }
 
 bool X11EventTap::takeFrozenKeyboard() {

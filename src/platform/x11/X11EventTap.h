@@ -8,7 +8,6 @@
 #include "platform/x11/XInput.h"
 
 #include <functional>
-#include <optional>
 #include <set>
 
 namespace klova::x11 {
@@ -43,7 +42,7 @@ public:
     void placeGrabs(const KeyMap& map);
 
     /// Puts the passive grabs before those that other programs have placed since.
-    void renewGrabs();
+    void renewGrabs() { passive_.renew(); }
 
     bool ownsKeyboard() const { return ownsKeyboard_; }
 
@@ -111,7 +110,7 @@ private:
     bool ownsKeyboard_ = false;
     std::uint32_t grabSequence_ = 0; ///< of the request that last grabbed the keyboard
     bool saidRefusal_ = false;
-    std::optional<PassiveGrabs> passive_;
+    PassiveGrabs passive_;
     std::set<PhysicalKey> swallowedKeys_; ///< pressed under the grab and still down
     std::set<PhysicalKey> swallowedModifiers_;
     std::set<std::uint32_t> swallowedButtons_;

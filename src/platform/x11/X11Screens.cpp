@@ -40,7 +40,7 @@ UniqueC<xcb_randr_get_monitors_reply_t> askedMonitors(Connection& connection) {
 
 X11Screens::X11Screens(Connection& connection) : connection_(connection) {
     // A change of the whole, and of monitors that were only defined, shows on the root window.
-    connection.selectRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+    connection.selectRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     if (connection.randrFirstEvent() != 0)
         xcb_randr_select_input(
             connection.get(), connection.root(),
@@ -59,6 +59,12 @@ void X11Screens::handle(const xcb_generic_event_t& event) {
         (type == XCB_PROPERTY_NOTIFY && property.window == connection_.root() &&
          property.atom == XCB_ATOM_RESOURCE_MANAGER))
         inventory_.reset();
+}
+
+void X11Screens::watch(bool closely) {
+    if (closely && !watched_)
+        inventory_ = read();
+    watched_ = closely;
 }
 
 const X11Screens::Inventory& X11Screens::inventory() {

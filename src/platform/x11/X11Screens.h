@@ -22,6 +22,10 @@ public:
     /// Monitors come and go: what was read is forgotten when the server says that one did.
     void handle(const xcb_generic_event_t& event);
 
+    /// To be called when all events so far have been handled. What the root window's properties say
+    /// may have changed unheard until it is watched closely.
+    void watch(bool closely);
+
     /// Never absent and never empty: with no monitor the root window stands in as one.
     std::optional<std::vector<Screen>> screens() override;
     std::optional<Screen> mainScreen() override;
@@ -51,6 +55,7 @@ private:
 
     Connection& connection_;
     std::optional<Inventory> inventory_;
+    bool watched_ = false;
 };
 
 } // namespace klova::x11
