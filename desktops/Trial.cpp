@@ -73,16 +73,8 @@ std::string Trial::misplaced(xcb_window_t window, const rig::Rect& frame) {
 }
 
 void Trial::settle(xcb_window_t window) {
-    using Clock = std::chrono::steady_clock;
-    auto frame = rig::visibleFrame(display(), window);
-    auto since = Clock::now();
-    rig::waitUntil(display(), "a window at rest", [&] {
-        if (const auto now = rig::visibleFrame(display(), window); now != frame) {
-            frame = now;
-            since = Clock::now();
-        }
-        return Clock::now() - since > 300ms;
-    });
+    rig::awaitStill(
+        display(), "a window", [&] { return rig::visibleFrame(display(), window); }, 300ms);
 }
 
 std::string Trial::snap(xcb_window_t window, const std::vector<rig::SnapGesture>& gestures) {

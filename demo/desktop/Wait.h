@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <utility>
 
 namespace klova::rig {
 
@@ -23,6 +24,21 @@ bool waitUntil(Display& display, const std::string& what, const std::function<bo
 void require(Display& display, const std::string& what, const std::function<bool()>& predicate,
              const std::function<std::string()>& describe = {},
              std::chrono::milliseconds deadline = kDeadline);
+
+/// Waits until what `read` gives has been the same for `time`, at most until the deadline.
+template <typename Read> void awaitStill(Display& display, const std::string& what,
+                                         const Read& read, std::chrono::milliseconds time) {
+    using Clock = std::chrono::steady_clock;
+    auto seen = read();
+    auto since = Clock::now();
+    waitUntil(display, what + " at rest", [&] {
+        if (auto now = read(); now != seen) {
+            seen = std::move(now);
+            since = Clock::now();
+        }
+        return Clock::now() - since > time;
+    });
+}
 
 /// Waits until the program has written `part`; throws as well.
 void awaitOutput(Display& display, const Process& program, const std::string& part);

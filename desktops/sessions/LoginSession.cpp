@@ -113,17 +113,8 @@ std::string LoginSession::ask(const std::string& command) {
 }
 
 void LoginSession::settle() {
-    using Clock = std::chrono::steady_clock;
-    auto seen = pixels(display());
-    auto since = Clock::now();
-    rig::waitUntil(display(), "a screen at rest", [&] {
-        auto now = pixels(display());
-        if (now != seen) {
-            seen = std::move(now);
-            since = Clock::now();
-        }
-        return Clock::now() - since > 500ms;
-    });
+    rig::awaitStill(
+        display(), "a screen", [&] { return pixels(display()); }, 500ms);
 }
 
 void LoginSession::picture(const std::filesystem::path& file) {
