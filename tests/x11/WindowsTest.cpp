@@ -127,6 +127,35 @@ TEST_P(Windows, AreFoundFromAnyPartOfTheirFrame) {
     }
 }
 
+class LateManager : public Windows {};
+
+INSTANTIATE_TEST_SUITE_P(Managers, LateManager, testing::Values("openbox", "xfwm4", "marco"),
+                         [](const auto& tested) { return tested.param; });
+
+TEST_P(LateManager, AgainAndAgainPutsWindowsToTheirPlace) {
+    using namespace std::chrono_literals;
+    using Clock = std::chrono::steady_clock;
+    const auto half = rig::target(Place::right, screen());
+    for (int i = 0; i < 4; ++i) {
+        // Its decoration comes back with the snap, so that the answer needs corrections.
+        ASSERT_TRUE(rig::maximize(display(), window->id()) && settle());
+        snap(element, frameOf(half));
+        while (service.deadline()) {
+            const auto before = visible(window->id());
+            const auto start = Clock::now();
+            desktop.manager().signal(SIGCONT);
+            rig::waitUntil(display(), "a step of the answer", [&] {
+                return visible(window->id()) != before || Clock::now() > start + 30ms;
+            });
+            desktop.manager().signal(SIGSTOP);
+            until("the end of patience", [&] { return Clock::now() > start + 100ms; });
+        }
+        desktop.manager().signal(SIGCONT);
+        ASSERT_TRUE(settle());
+        EXPECT_EQ(visible(window->id()), half);
+    }
+}
+
 TEST(WindowsWithoutManager, MoveAllTheSame) {
     WindowBridge bridge("");
     rig::TestWindow window(bridge.name());

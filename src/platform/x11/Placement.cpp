@@ -14,10 +14,11 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kPace = 16ms;      // a newer position waits this long for an answer to the last
-constexpr auto kPatience = 50ms;  // without any answer by then the truth is asked for
+constexpr auto kPatience = 50ms;  // without an answer by then a look; the next after twice as long
 constexpr auto kSettling = 12ms;  // an answer that differs may be followed by another
 constexpr auto kWatching = 400ms; // decorations that follow a state come late
 constexpr int kCorrections = 4;
+constexpr int kLooks = 4;
 
 std::uint32_t word(int value) { return static_cast<std::uint32_t>(value); }
 
@@ -91,6 +92,7 @@ void Placement::request(const Box& frame, Clock::time_point now) {
     sent_->answered = false;
     sent_->granted = false;
     sent_->heard = false;
+    sent_->looks = 0;
     sent_->settled.reset();
     takeStatesOff();
     place(frame);
@@ -155,8 +157,7 @@ void Placement::onConfigure(const xcb_configure_notify_event_t& event, Clock::ti
         return;
     sent_->heard = true;
     if (sent_->answered) {
-        if (event.width != sent_->client.width || event.height != sent_->client.height)
-            sent_->settled = now + kSettling;
+        sent_->settled = now + kSettling;
         return;
     }
     const bool confirmed = confirms(event);
@@ -181,7 +182,7 @@ Deadline Placement::deadline() const {
         return std::nullopt;
     if (sent_->settled)
         return sent_->settled;
-    return sent_->at + (sent_->answered ? kWatching : kPatience);
+    return sent_->at + (sent_->answered ? kWatching : kPatience * (1 << sent_->looks));
 }
 
 void Placement::onDeadline(Clock::time_point now) {
@@ -196,32 +197,46 @@ void Placement::onDeadline(Clock::time_point now) {
         judge(now);
 }
 
-/// Compares what came out with what was wanted, and asks again where asking can help.
+/// Looks at what came out, where that is an answer already.
 void Placement::judge(Clock::time_point now) {
     const auto truth = readSnapshot(connection_, manager_, window_);
-    if (!truth) {
+    if (!truth || (!sent_->exact && !sent_->statesTaken)) {
         sent_.reset();
         return;
     }
     known_ = *truth;
-    if (!sent_->exact && !sent_->statesTaken) {
-        sent_.reset();
-        return;
-    }
     const Box result = truth->frame();
-    const bool assumed = truth->extents() == sent_->extents;
-    const bool pushed = assumed && insistsOn(result);
-    if (pushed)
+    const bool there = result.x == sent_->frame.x && result.y == sent_->frame.y;
+    // A manager is silent where it has nothing to change, about a window that stands where it
+    // should and does not take the size; or it is late, and asking again would be one more answer.
+    if (sent_->heard || there)
+        putRight(result, now);
+    else if (sent_->looks == kLooks)
+        conclude(now);
+    else
+        lookAgain();
+}
+
+void Placement::lookAgain() {
+    ++sent_->looks;
+    sent_->settled.reset();
+}
+
+/// Compares the answer with what was wanted, and asks again where asking can help.
+void Placement::putRight(const Box& result, Clock::time_point now) {
+    // What was asked for with another decoration in mind could not come out, and refuses nothing.
+    const bool assumed = known_.extents() == sent_->extents;
+    if (assumed && insistsOn(result))
         sent_->room = intersection(boxOf(wanted_), result);
-    const Box goal = pushed ? *sent_->room : goalFor(result);
-    const bool placed = !pushed && result.x == goal.x && result.y == goal.y;
-    if ((placed && assumed && !truth->maximized && !truth->fullscreen) || sent_->corrections == 0) {
+    const Box goal = assumed ? goalFor(result) : room();
+    const bool placed = assumed && result == goal && !known_.maximized && !known_.fullscreen;
+    if (placed || sent_->corrections == 0) {
         conclude(now);
         return;
     }
     --sent_->corrections;
-    if (sent_->heard)
-        sent_->before = result;
+    if (assumed && result != sent_->frame)
+        sent_->refusal = result;
     request(goal, now);
 }
 
@@ -235,19 +250,15 @@ void Placement::conclude(Clock::time_point now) {
     sent_->settled.reset();
 }
 
+Box Placement::room() const { return sent_->room.value_or(boxOf(wanted_)); }
+
 /// A size that two answers agree on is the one to ask for: managers push what would reach beyond
 /// the monitor back onto it, and measure that by the size asked for.
 Box Placement::goalFor(const Box& result) const {
-    const Box wanted = sent_->room.value_or(boxOf(wanted_));
-    // A manager is silent where it is late, and then what is to be seen is no answer, or where it
-    // has nothing to change about a window that does not take the size.
-    const bool there = result.x == wanted.x && result.y == wanted.y;
-    if (!sent_->heard && !there)
-        return wanted;
     const Point corner = anchored(result);
-    const bool agreed = sent_->heard && result.width == sent_->before.width &&
-                        result.height == sent_->before.height;
-    const Box& size = agreed ? result : wanted;
+    const bool agreed =
+        result.width == sent_->refusal.width && result.height == sent_->refusal.height;
+    const Box size = agreed ? result : room();
     return {static_cast<int>(corner.x), static_cast<int>(corner.y), size.width, size.height};
 }
 
@@ -255,8 +266,8 @@ Box Placement::goalFor(const Box& result) const {
 /// at most, and so beyond the other end of its part of the screen.
 bool Placement::insistsOn(const Box& result) const {
     const Box& asked = sent_->frame;
-    return !sent_->room && result == sent_->before && result.width == asked.width &&
-           result.height == asked.height && result != asked &&
+    return sent_->heard && !sent_->room && result == sent_->refusal &&
+           result.width == asked.width && result.height == asked.height && result != asked &&
            2 * std::abs(result.x - asked.x) <= asked.width &&
            2 * std::abs(result.y - asked.y) <= asked.height;
 }
@@ -265,9 +276,9 @@ bool Placement::insistsOn(const Box& result) const {
 /// monitor's right or bottom edge without beginning at the opposite one keeps that edge.
 Point Placement::anchored(const Box& result) const {
     const Box wanted = boxOf(wanted_);
-    const Box room = sent_->room.value_or(wanted);
-    Point corner{double(room.x), double(room.y)};
-    if (result.width == room.width && result.height == room.height)
+    const Box goal = room();
+    Point corner{double(goal.x), double(goal.y)};
+    if (result.width == goal.width && result.height == goal.height)
         return corner;
     for (const auto& [monitor, shift] : screens_.monitors()) {
         const bool overlaps = wanted.x < monitor.right() && wanted.right() > monitor.x &&
@@ -275,9 +286,9 @@ Point Placement::anchored(const Box& result) const {
         if (!overlaps)
             continue;
         if (wanted.right() == monitor.right() && wanted.x != monitor.x)
-            corner.x = room.right() - result.width;
+            corner.x = goal.right() - result.width;
         if (wanted.bottom() == monitor.bottom() && wanted.y != monitor.y)
-            corner.y = room.bottom() - result.height;
+            corner.y = goal.bottom() - result.height;
     }
     return corner;
 }

@@ -53,8 +53,9 @@ private:
         bool answered = false;    ///< only watched for late changes of the decoration
         bool granted = false;     ///< announced, though it may not have happened yet (i3)
         bool heard = false;       ///< the window has changed since
+        int looks = 0;            ///< how often no answer was found
         int corrections = 0;      ///< how often it may still be sent again
-        Box before;               ///< the manager's last answer
+        Box refusal;              ///< the last answer that was not what was asked for
         std::optional<Box> room;  ///< what it leaves of the wanted frame, where it insists
         xcb_window_t manager = XCB_WINDOW_NONE; ///< that was asked
         Clock::time_point at;
@@ -69,8 +70,11 @@ private:
     void takeStatesOff();
     void place(const Box& frame);
     void judge(Clock::time_point now);
+    void lookAgain();
+    void putRight(const Box& result, Clock::time_point now);
     void conclude(Clock::time_point now);
     bool confirms(const xcb_configure_notify_event_t& event) const;
+    Box room() const;
     Point anchored(const Box& result) const;
     Box goalFor(const Box& result) const;
     bool insistsOn(const Box& result) const;
