@@ -63,8 +63,10 @@ void PointerInput::watched(const RawButtonEvent& event, bool press) {
 }
 
 void PointerInput::locatePress() {
-    if (const auto passing = std::exchange(passing_, std::nullopt))
-        observe(passing->press, queryPointer(state_.connection));
+    const auto passing = std::exchange(passing_, std::nullopt);
+    if (!passing)
+        return;
+    observe(passing->press, queryPointer(state_.connection));
     selectMotion();
 }
 
