@@ -176,11 +176,12 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
 }
 
 /// A frozen key holds back the keys after it, but not a click: the release of an activation key
-/// may still be queued behind it when a click comes that is later than both.
+/// may still be queued behind it when a click comes that is later than both. Of the two in one
+/// millisecond the click was first, or it would be followed by its gesture's end unseen.
 void InputBridge::catchUpWithKeys(xcb_timestamp_t time) {
     const auto isEarlierKey = [&](const xcb_generic_event_t& event) {
         return isKey(state_.connection, event) &&
-               static_cast<std::int32_t>(reinterpret_cast<const KeyEvent&>(event).time - time) <= 0;
+               static_cast<std::int32_t>(reinterpret_cast<const KeyEvent&>(event).time - time) < 0;
     };
     state_.connection.roundTrip();
     while (const auto event = state_.connection.takeWaiting(isEarlierKey)) {
