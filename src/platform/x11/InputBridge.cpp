@@ -176,8 +176,9 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
 }
 
 /// A frozen key holds back the keys after it, but not a click: the release of an activation key
-/// may still be queued behind it when a click comes that is later than both. Of the two in one
-/// millisecond the click was first, or it would be followed by its gesture's end unseen.
+/// may still be queued behind it when a click comes that is later than both. Times are whole
+/// milliseconds: of equal ones the click counts as the earlier, since a gesture's click must not
+/// reach the program.
 void InputBridge::catchUpWithKeys(xcb_timestamp_t time) {
     const auto isEarlierKey = [&](const xcb_generic_event_t& event) {
         return isKey(state_.connection, event) &&

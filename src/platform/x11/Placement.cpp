@@ -14,7 +14,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kPace = 16ms;      // a newer position waits this long for an answer to the last
-constexpr auto kPatience = 50ms;  // without an answer by then a look; the next after twice as long
+constexpr auto kPatience = 50ms;  // without an answer by then a look, and one at twice each time
 constexpr auto kSettling = 12ms;  // an answer that differs may be followed by another
 constexpr auto kWatching = 400ms; // decorations that follow a state come late
 constexpr int kCorrections = 4;
@@ -157,7 +157,8 @@ void Placement::onConfigure(const xcb_configure_notify_event_t& event, Clock::ti
         return;
     sent_->heard = true;
     if (sent_->answered) {
-        sent_->settled = now + kSettling;
+        if (event.width != sent_->client.width || event.height != sent_->client.height)
+            sent_->settled = now + kSettling;
         return;
     }
     const bool confirmed = confirms(event);
@@ -197,7 +198,6 @@ void Placement::onDeadline(Clock::time_point now) {
         judge(now);
 }
 
-/// Looks at what came out, where that is an answer already.
 void Placement::judge(Clock::time_point now) {
     const auto truth = readSnapshot(connection_, manager_, window_);
     if (!truth || (!sent_->exact && !sent_->statesTaken)) {
@@ -205,30 +205,38 @@ void Placement::judge(Clock::time_point now) {
         return;
     }
     known_ = *truth;
-    const Box result = truth->frame();
-    const bool there = result.x == sent_->frame.x && result.y == sent_->frame.y;
-    // A manager is silent where it has nothing to change, about a window that stands where it
-    // should and does not take the size; or it is late, and asking again would be one more answer.
-    if (sent_->heard || there)
-        putRight(result, now);
+    if (isAnswer(truth->frame()))
+        putRight(truth->frame(), now);
     else if (sent_->looks == kLooks)
         conclude(now);
     else
-        lookAgain();
+        lookAgain(now);
 }
 
-void Placement::lookAgain() {
-    ++sent_->looks;
+/// A manager is silent where it has nothing to change: about a window that takes neither the size
+/// nor, twice, the place. Or it is late, and to ask it again would only make for one more answer.
+bool Placement::isAnswer(const Box& result) const {
+    if (sent_->heard || result == sent_->frame)
+        return true;
+    const bool there = result.x == sent_->frame.x && result.y == sent_->frame.y;
+    return sent_->looks > 0 && !known_.maximized && !known_.fullscreen &&
+           (there || result == sent_->refusal);
+}
+
+void Placement::lookAgain(Clock::time_point now) {
     sent_->settled.reset();
+    if (now >= *deadline())
+        ++sent_->looks;
 }
 
 /// Compares the answer with what was wanted, and asks again where asking can help.
 void Placement::putRight(const Box& result, Clock::time_point now) {
     // What was asked for with another decoration in mind could not come out, and refuses nothing.
     const bool assumed = known_.extents() == sent_->extents;
-    if (assumed && insistsOn(result))
+    const bool pushed = assumed && insistsOn(result);
+    if (pushed)
         sent_->room = intersection(boxOf(wanted_), result);
-    const Box goal = assumed ? goalFor(result) : room();
+    const Box goal = assumed && !pushed ? goalFor(result) : target();
     const bool placed = assumed && result == goal && !known_.maximized && !known_.fullscreen;
     if (placed || sent_->corrections == 0) {
         conclude(now);
@@ -250,7 +258,7 @@ void Placement::conclude(Clock::time_point now) {
     sent_->settled.reset();
 }
 
-Box Placement::room() const { return sent_->room.value_or(boxOf(wanted_)); }
+Box Placement::target() const { return sent_->room.value_or(boxOf(wanted_)); }
 
 /// A size that two answers agree on is the one to ask for: managers push what would reach beyond
 /// the monitor back onto it, and measure that by the size asked for.
@@ -258,7 +266,7 @@ Box Placement::goalFor(const Box& result) const {
     const Point corner = anchored(result);
     const bool agreed =
         result.width == sent_->refusal.width && result.height == sent_->refusal.height;
-    const Box size = agreed ? result : room();
+    const Box size = agreed ? result : target();
     return {static_cast<int>(corner.x), static_cast<int>(corner.y), size.width, size.height};
 }
 
@@ -266,8 +274,8 @@ Box Placement::goalFor(const Box& result) const {
 /// at most, and so beyond the other end of its part of the screen.
 bool Placement::insistsOn(const Box& result) const {
     const Box& asked = sent_->frame;
-    return sent_->heard && !sent_->room && result == sent_->refusal &&
-           result.width == asked.width && result.height == asked.height && result != asked &&
+    return !sent_->room && result == sent_->refusal && result.width == asked.width &&
+           result.height == asked.height && result != asked &&
            2 * std::abs(result.x - asked.x) <= asked.width &&
            2 * std::abs(result.y - asked.y) <= asked.height;
 }
@@ -276,7 +284,7 @@ bool Placement::insistsOn(const Box& result) const {
 /// monitor's right or bottom edge without beginning at the opposite one keeps that edge.
 Point Placement::anchored(const Box& result) const {
     const Box wanted = boxOf(wanted_);
-    const Box goal = room();
+    const Box goal = target();
     Point corner{double(goal.x), double(goal.y)};
     if (result.width == goal.width && result.height == goal.height)
         return corner;

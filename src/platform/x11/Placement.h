@@ -55,8 +55,8 @@ private:
         bool heard = false;       ///< the window has changed since
         int looks = 0;            ///< how often no answer was found
         int corrections = 0;      ///< how often it may still be sent again
-        Box refusal;              ///< the last answer that was not what was asked for
-        std::optional<Box> room;  ///< what it leaves of the wanted frame, where it insists
+        Box refusal; ///< the last answer, given the right decoration, that was not what was asked
+        std::optional<Box> room; ///< what it leaves of the wanted frame, where it insists
         xcb_window_t manager = XCB_WINDOW_NONE; ///< that was asked
         Clock::time_point at;
         std::optional<Clock::time_point> settled; ///< when to look at what came out
@@ -70,11 +70,12 @@ private:
     void takeStatesOff();
     void place(const Box& frame);
     void judge(Clock::time_point now);
-    void lookAgain();
+    bool isAnswer(const Box& result) const;
+    void lookAgain(Clock::time_point now);
     void putRight(const Box& result, Clock::time_point now);
     void conclude(Clock::time_point now);
     bool confirms(const xcb_configure_notify_event_t& event) const;
-    Box room() const;
+    Box target() const;
     Point anchored(const Box& result) const;
     Box goalFor(const Box& result) const;
     bool insistsOn(const Box& result) const;
