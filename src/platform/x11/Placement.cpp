@@ -14,7 +14,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kPace = 16ms;      // a newer position waits this long for an answer to the last
-constexpr auto kPatience = 50ms;  // without an answer by then a look, and one at twice each time
+constexpr auto kPatience = 50ms;  // until the first look where no answer comes, then twice as long
 constexpr auto kSettling = 12ms;  // an answer that differs may be followed by another
 constexpr auto kWatching = 400ms; // decorations that follow a state come late
 constexpr int kCorrections = 4;
@@ -99,7 +99,6 @@ void Placement::request(const Box& frame, Clock::time_point now) {
     connection_.flush();
 }
 
-/// Managers refuse to move a maximized window, in silence.
 void Placement::takeStatesOff() {
     const auto& atoms = connection_.atoms();
     if (known_.fullscreen)
@@ -107,7 +106,7 @@ void Placement::takeStatesOff() {
     if (known_.maximized)
         manager_.removeState(window_, atoms._NET_WM_STATE_MAXIMIZED_HORZ,
                              atoms._NET_WM_STATE_MAXIMIZED_VERT);
-    sent_->statesTaken |= known_.fullscreen || known_.maximized;
+    sent_->statesTaken |= !known_.movable();
 }
 
 /// Position and size always go together: there are managers that let a window grow by its title
@@ -199,8 +198,9 @@ void Placement::onDeadline(Clock::time_point now) {
 }
 
 void Placement::judge(Clock::time_point now) {
-    const auto truth = readSnapshot(connection_, manager_, window_);
-    if (!truth || (!sent_->exact && !sent_->statesTaken)) {
+    const bool matters = sent_->exact || sent_->statesTaken;
+    const auto truth = matters ? readSnapshot(connection_, manager_, window_) : std::nullopt;
+    if (!truth) {
         sent_.reset();
         return;
     }
@@ -219,8 +219,7 @@ bool Placement::isAnswer(const Box& result) const {
     if (sent_->heard || result == sent_->frame)
         return true;
     const bool there = result.x == sent_->frame.x && result.y == sent_->frame.y;
-    return sent_->looks > 0 && !known_.maximized && !known_.fullscreen &&
-           (there || result == sent_->refusal);
+    return sent_->looks > 0 && known_.movable() && (there || result == sent_->refusal);
 }
 
 void Placement::lookAgain(Clock::time_point now) {
@@ -237,7 +236,7 @@ void Placement::putRight(const Box& result, Clock::time_point now) {
     if (pushed)
         sent_->room = intersection(boxOf(wanted_), result);
     const Box goal = assumed && !pushed ? goalFor(result) : target();
-    const bool placed = assumed && result == goal && !known_.maximized && !known_.fullscreen;
+    const bool placed = assumed && result == goal && known_.movable();
     if (placed || sent_->corrections == 0) {
         conclude(now);
         return;

@@ -30,6 +30,8 @@ struct WindowSnapshot {
     Edges extents() const { return decoration - shadow; }
     /// The frame that a person sees.
     Box frame() const { return grown(client, extents()); }
+    /// Managers refuse to move a maximized or fullscreen window, in silence.
+    bool movable() const { return !maximized && !fullscreen; }
     bool minimized() const { return hidden || wmState == kIconic; }
 };
 
