@@ -7,20 +7,12 @@
 namespace klova::bench {
 namespace {
 
-constexpr int kRounds = 150;
 constexpr int kStarts = 5;
 
 void measureKey(Run& run, const std::string& name, const RacerOptions& options) {
-    const auto racers = makeRacers(run, options, {Answer::klova, Answer::bare});
-    const auto results = race(run, racers, run.rounds(kRounds));
+    const auto results = race(run, options, {Answer::klova, Answer::bare});
     run.report.compare("growth, " + name + ": key to window against bare program", "µs",
                        results.at(Answer::klova), results.at(Answer::bare), 1.25);
-    for (const auto& racer : racers)
-        if (racer->answer() == Answer::klova)
-            run.report.add({.name = "growth, " + name + ": memory of its own",
-                            .unit = "MiB",
-                            .value = memoryOf(familyOf(racer->klova().process().id())).own,
-                            .goal = 20});
 }
 
 void measureStart(Run& run, const std::string& name, const RacerOptions& options) {
@@ -32,6 +24,10 @@ void measureStart(Run& run, const std::string& name, const RacerOptions& options
         starter.end();
         times.push_back(starter.start());
     }
+    run.report.add({.name = "growth, " + name + ": memory of its own",
+                    .unit = "MiB",
+                    .value = memoryOf(familyOf(starter.process().id())).own,
+                    .goal = 20});
     run.report.add({.name = "growth, " + name + ": start-up to the first chord",
                     .unit = "ms",
                     .value = median(times),

@@ -4,24 +4,9 @@
 namespace klova::bench {
 namespace {
 
-constexpr int kHeats = 2; // each on new desktops: no two of them are alike in all
-constexpr int kRounds = 250;
-
-using Results = std::map<Answer, Samples>;
-
-Results measure(Run& run, const RacerOptions& options, const std::vector<Answer>& answers) {
-    Results results;
-    for (int heat = 0; heat < kHeats; ++heat) {
-        const auto racers = makeRacers(run, options, answers);
-        for (const auto& [answer, samples] : race(run, racers, run.rounds(kRounds)))
-            results[answer].insert(results[answer].end(), samples.begin(), samples.end());
-    }
-    return results;
-}
-
 void compare(Run& run, const std::string& manager) {
-    const auto results = measure(run, {.manager = manager},
-                                 {Answer::klova, Answer::bare, Answer::manager, Answer::tool});
+    const auto results = race(run, {.manager = manager},
+                              {Answer::klova, Answer::bare, Answer::manager, Answer::tool});
     const struct {
         Answer reference;
         std::string name;
@@ -46,7 +31,7 @@ void comparePainted(Run& run) {
     const std::string name = "key to window, openbox, painted, against bare program";
     if (!run.wants(name))
         return;
-    const auto results = measure(run, {.covered = false}, {Answer::klova, Answer::bare});
+    const auto results = race(run, {.covered = false}, {Answer::klova, Answer::bare});
     run.report.compare(name, "µs", results.at(Answer::klova), results.at(Answer::bare),
                        std::nullopt);
 }

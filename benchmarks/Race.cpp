@@ -3,15 +3,19 @@
 #include "Wakefulness.h"
 
 #include <algorithm>
+#include <memory>
 #include <thread>
 
 namespace klova::bench {
 namespace {
 
+constexpr int kHeats = 2; // each on new desktops: no two of them are alike in all
+constexpr int kRounds = 250;
+
 /// What follows a move is done by then.
 constexpr std::chrono::milliseconds kPause{15};
 
-} // namespace
+using Racers = std::vector<std::unique_ptr<Racer>>;
 
 Racers makeRacers(const Run& run, const RacerOptions& options, const std::vector<Answer>& answers) {
     Racers racers;
@@ -23,19 +27,24 @@ Racers makeRacers(const Run& run, const RacerOptions& options, const std::vector
     return racers;
 }
 
-std::map<Answer, Samples> race(Run& run, const Racers& racers, int rounds) {
-    std::map<Answer, Samples> results;
-    std::vector<Racer*> order;
-    for (const auto& racer : racers)
-        order.push_back(racer.get());
+void runHeat(Run& run, Racers racers, std::map<Answer, Samples>& results) {
     const Wakefulness awake;
-    for (int round = 0; round < rounds; ++round) {
-        std::ranges::shuffle(order, run.random);
-        for (auto* racer : order) {
+    for (int round = 0; round < run.rounds(kRounds); ++round) {
+        std::ranges::shuffle(racers, run.random);
+        for (const auto& racer : racers) {
             results[racer->answer()].push_back(racer->run());
             std::this_thread::sleep_for(kPause);
         }
     }
+}
+
+} // namespace
+
+std::map<Answer, Samples> race(Run& run, const RacerOptions& options,
+                               const std::vector<Answer>& answers) {
+    std::map<Answer, Samples> results;
+    for (int heat = 0; heat < kHeats; ++heat)
+        runHeat(run, makeRacers(run, options, answers), results);
     return results;
 }
 

@@ -41,7 +41,6 @@ public:
     Racer(const RacerOptions& options, const std::filesystem::path& programs);
 
     Answer answer() const { return options_.answer; }
-    rig::Klova& klova() { return *klova_; }
 
     /// Presses the arrow that sends the window to its other half. Returns the microseconds from
     /// the injection to the arrival of the ConfigureNotify that says so. Throws std::runtime_error
