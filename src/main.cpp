@@ -25,6 +25,7 @@
 #include <QGuiApplication>
 #include <QString>
 #include <QTimer>
+#include <QWindow>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -96,6 +97,20 @@ void sayOfSettings(const std::string& sentence) {
     notify(QCoreApplication::translate("main", "Klova's settings file"), text, Urgency::normal);
 }
 
+/// What goes on in other programs is not to wake Qt either.
+void letQtSleep() {
+    const auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (native == nullptr)
+        return;
+    xcb_connection_t* connection = native->connection();
+    x11::ignoreForeignClicks(connection);
+    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
+                     [connection](const QWindow* window) {
+                         const auto id = window != nullptr ? window->winId() : XCB_NONE;
+                         x11::hearRootProperties(connection, static_cast<xcb_window_t>(id));
+                     });
+}
+
 void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     QuitSignals quitSignals; // not before the connection, which may take forever
     x11::setXlibConnectionLost(endWithoutServer);
@@ -103,8 +118,7 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     watchedConnection = x11.descriptor();
     std::atexit(endWithoutServerIfItIsGone);
     QtApplication application("xcb");
-    if (const auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
-        x11::ignoreForeignClicks(native->connection());
+    letQtSleep();
     DesktopPump pump(x11, endWithoutServer);
     quitSignals.deliverTo([&application] { application.terminate(); });
     panels = &x11.panels();

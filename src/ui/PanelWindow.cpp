@@ -83,7 +83,7 @@ void PanelWindow::center() {
     if (screen == nullptr)
         screen = QGuiApplication::primaryScreen();
     QRect frame = contentView_->rect();
-    frame.moveCenter(screen->availableGeometry().center());
+    frame.moveCenter(screen->geometry().center());
     move(frame.marginsAdded(kShadowMargins).topLeft());
 }
 
