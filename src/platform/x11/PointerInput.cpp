@@ -105,7 +105,7 @@ void PointerInput::frozenPress(const ButtonEvent& event) {
     }
     // Before anything else: while the pointer is frozen the server merges its motions, and each
     // of them is to be a step of the drag that may begin here.
-    state_.tap->swallowButton(event.detail);
+    state_.tap->swallowButton(event.detail, event.time);
     state_.connection.flush();
     readMainScreen();
     state_.place = place;

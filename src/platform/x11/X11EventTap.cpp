@@ -118,7 +118,8 @@ void X11EventTap::replayKey() {
     }
 }
 
-void X11EventTap::swallowButton(std::uint32_t button) {
+void X11EventTap::swallowButton(std::uint32_t button, xcb_timestamp_t time) {
+    pointerTaken_ = time;
     swallowedButtons_.insert(button);
     allowEvents(connection_, kMasterPointer, Allow::thaw);
 }
@@ -127,7 +128,8 @@ void X11EventTap::releasePointer() {
     if (swallowedButtons_.empty())
         return;
     swallowedButtons_.clear();
-    xcb_input_xi_ungrab_device(connection_.get(), XCB_CURRENT_TIME, kMasterPointer);
+    // A grab that the next press has begun meanwhile is newer, and stays.
+    xcb_input_xi_ungrab_device(connection_.get(), pointerTaken_, kMasterPointer);
 }
 
 void X11EventTap::waitForSwallowedKeys() {

@@ -84,8 +84,8 @@ public:
         return swallowedModifiers_.contains(physical);
     }
 
-    /// Answers a frozen press of a button: the application never sees it.
-    void swallowButton(std::uint32_t button);
+    /// Answers a frozen press of a button, of the server's `time`: the application never sees it.
+    void swallowButton(std::uint32_t button, xcb_timestamp_t time);
 
     void buttonReleased(std::uint32_t button) { swallowedButtons_.erase(button); }
     bool hasSwallowedButtons() const { return !swallowedButtons_.empty(); }
@@ -114,6 +114,7 @@ private:
     std::set<PhysicalKey> swallowedKeys_; ///< pressed under the grab and still down
     std::set<PhysicalKey> swallowedModifiers_;
     std::set<std::uint32_t> swallowedButtons_;
+    xcb_timestamp_t pointerTaken_ = XCB_CURRENT_TIME; ///< when the newest of them was pressed
 };
 
 } // namespace klova::x11
