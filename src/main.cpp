@@ -22,6 +22,7 @@
 #include "platform/x11/ToolkitConnection.h"
 #include "platform/x11/X11Desktop.h"
 
+#include <QAbstractEventDispatcher>
 #include <QGuiApplication>
 #include <QString>
 #include <QTimer>
@@ -102,12 +103,12 @@ void letQtSleep() {
     const auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (native == nullptr)
         return;
-    xcb_connection_t* connection = native->connection();
-    x11::ignoreForeignClicks(connection);
-    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
-                     [connection](const QWindow* window) {
+    // Qt signals no change of the focus when the window that has it is destroyed.
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
+                     qGuiApp, [toolkit = x11::ToolkitConnection(native->connection())]() mutable {
+                         const QWindow* window = QGuiApplication::focusWindow();
                          const auto id = window != nullptr ? window->winId() : XCB_NONE;
-                         x11::hearRootProperties(connection, static_cast<xcb_window_t>(id));
+                         toolkit.focusChanged(static_cast<xcb_window_t>(id));
                      });
 }
 

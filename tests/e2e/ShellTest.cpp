@@ -6,6 +6,7 @@
 #include "desktop/TestWindow.h"
 #include "desktop/Trays.h"
 #include "desktop/Wait.h"
+#include "desktop/WakeUps.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -13,6 +14,8 @@
 
 namespace klova::rig {
 namespace {
+
+using namespace std::chrono_literals;
 
 using Controls = std::vector<std::pair<std::string, std::string>>; // role and name
 
@@ -275,6 +278,26 @@ TEST_P(PreferencesTest, areSavedAndInForceAtOnce) {
 
 INSTANTIATE_TEST_SUITE_P(By, PreferencesTest, testing::Values("Pointer", "Keyboard"),
                          [](const auto& test) { return std::string(test.param); });
+
+TEST_F(ShellTest, whatManagersNoteWakesTheToolkitOnlyWithAPanelInUse) {
+    start(R"({"isNotFirstTime": true, "activationKeys": [59]})");
+    hands.setSpacing(10ms); // or the notes would be read in one go
+    const auto notesWake = [&] {
+        const auto before = wakeUpsOf(klova->id(), "QXcbEventQueue");
+        for (int note = 0; note < 3; ++note) {
+            display.setText(display.root(), "_NET_WM_NAME", "UTF8_STRING", "a note");
+            display.roundTrip();
+            hands.movePointer(10 + note, 10);
+        }
+        return wakeUpsOf(klova->id(), "QXcbEventQueue") != before;
+    };
+    EXPECT_TRUE(waitUntil(display, "sleep", [&] { return !notesWake(); }));
+    openFromMenu("Preferences…");
+    EXPECT_TRUE(waitUntil(display, "a wake-up", [&] { return notesWake(); }));
+    hands.tap(XKB_KEY_Escape);
+    EXPECT_TRUE(panelGoes());
+    EXPECT_TRUE(waitUntil(display, "sleep again", [&] { return !notesWake(); }));
+}
 
 TEST_F(ShellTest, aNewScaleAndNewLettersShowAtOnce) {
     const auto file = desktop.session().directory() / "xsettings";

@@ -1,6 +1,7 @@
 #include "platform/x11/Connection.h"
 
 #include "platform/Diagnostics.h"
+#include "platform/x11/SendEvent.h"
 #include "platform/x11/XcbXkb.h"
 
 #include <algorithm>
@@ -151,9 +152,8 @@ void Connection::sendToWindowManager(xcb_window_t window, xcb_atom_t type,
     message.window = window;
     message.type = type;
     std::copy(data.begin(), data.end(), message.data.data32);
-    xcb_send_event(get(), 0, root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&message));
+    sendEvent(get(), root(), message,
+              XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
 }
 
 void Connection::selectRootEvents(std::uint32_t mask, bool wanted) {

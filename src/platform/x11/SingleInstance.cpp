@@ -1,7 +1,6 @@
 #include "platform/x11/SingleInstance.h"
 
-#include <array>
-#include <cstring>
+#include "platform/x11/SendEvent.h"
 
 namespace klova::x11 {
 namespace {
@@ -49,8 +48,7 @@ void SingleInstance::callFirst() {
     message.format = 32;
     message.window = owner();
     message.type = connection_.atoms()._KLOVA_STARTED_AGAIN;
-    xcb_send_event(connection_.get(), 0, message.window, XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<const char*>(&message));
+    sendEvent(connection_.get(), message.window, message);
     connection_.roundTrip();
 }
 
@@ -78,10 +76,7 @@ void SingleInstance::refuse(const xcb_selection_request_event_t& request) {
     answer.selection = request.selection;
     answer.target = request.target;
     answer.property = XCB_ATOM_NONE;
-    // The library reads a whole event, which is larger than this one.
-    std::array<char, 32> bytes{};
-    std::memcpy(bytes.data(), &answer, sizeof answer);
-    xcb_send_event(connection_.get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, bytes.data());
+    sendEvent(connection_.get(), request.requestor, answer);
 }
 
 } // namespace klova::x11

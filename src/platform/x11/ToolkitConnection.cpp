@@ -1,13 +1,13 @@
 #include "platform/x11/ToolkitConnection.h"
 
+#include "platform/x11/SendEvent.h"
 #include "platform/x11/UniqueC.h"
 #include "platform/x11/XcbXkb.h"
 
 #include <X11/Xlib.h>
-#include <array>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace klova::x11 {
 namespace {
@@ -32,7 +32,6 @@ void selectOnRoots(xcb_connection_t* connection, std::uint32_t bits, bool wanted
         const std::uint32_t mask = wanted ? others | bits : others;
         xcb_change_window_attributes(connection, root, XCB_CW_EVENT_MASK, &mask);
     }
-    xcb_flush(connection);
 }
 
 void ignoreButtonsOfKeyboard(xcb_connection_t* connection) {
@@ -42,25 +41,13 @@ void ignoreButtonsOfKeyboard(xcb_connection_t* connection) {
                               0, 0, 0, 0, &details);
 }
 
-/// As the server would, but to whoever made `window` and to nobody else.
-void announceChange(xcb_connection_t* connection, std::string_view property, xcb_window_t window) {
-    const auto atom = own(xcb_intern_atom_reply(
-        connection,
-        xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(property.size()),
-                        property.data()),
-        nullptr));
-    if (!atom)
-        return;
-    xcb_property_notify_event_t event{};
-    event.response_type = XCB_PROPERTY_NOTIFY;
-    event.atom = atom->atom;
-    auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    for (; screen.rem > 0; xcb_screen_next(&screen)) {
-        event.window = screen.data->root;
-        std::array<char, 32> bytes{}; // of every event
-        std::memcpy(bytes.data(), &event, sizeof event);
-        xcb_send_event(connection, 0, window, XCB_EVENT_MASK_NO_EVENT, bytes.data());
-    }
+xcb_intern_atom_cookie_t askForAtom(xcb_connection_t* connection, std::string_view name) {
+    return xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
+}
+
+xcb_atom_t takeAtom(xcb_connection_t* connection, xcb_intern_atom_cookie_t cookie) {
+    const auto reply = own(xcb_intern_atom_reply(connection, cookie, nullptr));
+    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
 } // namespace
@@ -70,7 +57,7 @@ void setXlibConnectionLost(void (*end)()) {
     XSetIOErrorHandler(handleLoss);
 }
 
-void ignoreForeignClicks(xcb_connection_t* connection) {
+ToolkitConnection::ToolkitConnection(xcb_connection_t* connection) : connection_(connection) {
     selectOnRoots(connection,
                   XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW |
                       XCB_EVENT_MASK_PROPERTY_CHANGE,
@@ -78,16 +65,32 @@ void ignoreForeignClicks(xcb_connection_t* connection) {
     const auto* xkb = xcb_get_extension_data(connection, &xcb_xkb_id);
     if (xkb != nullptr && xkb->present != 0)
         ignoreButtonsOfKeyboard(connection);
-    xcb_flush(connection);
+    const auto supported = askForAtom(connection, "_NET_SUPPORTED");
+    const auto workArea = askForAtom(connection, "_NET_WORKAREA");
+    read_ = {takeAtom(connection, supported), takeAtom(connection, workArea)};
 }
 
-void hearRootProperties(xcb_connection_t* connection, xcb_window_t focused) {
-    selectOnRoots(connection, XCB_EVENT_MASK_PROPERTY_CHANGE, focused != XCB_NONE);
-    if (focused == XCB_NONE)
+void ToolkitConnection::focusChanged(xcb_window_t window) {
+    const bool hears = window != XCB_NONE;
+    if (std::exchange(hears_, hears) == hears)
         return;
-    for (const std::string_view name : {"_NET_SUPPORTED", "_NET_WORKAREA"})
-        announceChange(connection, name, focused);
-    xcb_flush(connection);
+    selectOnRoots(connection_, XCB_EVENT_MASK_PROPERTY_CHANGE, hears);
+    if (hears)
+        for (const xcb_atom_t property : read_)
+            announce(property, window);
+    xcb_flush(connection_);
+}
+
+/// As the server would, but to whoever made `window` and to nobody else.
+void ToolkitConnection::announce(xcb_atom_t property, xcb_window_t window) {
+    xcb_property_notify_event_t event{};
+    event.response_type = XCB_PROPERTY_NOTIFY;
+    event.atom = property;
+    auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection_));
+    for (; screen.rem > 0; xcb_screen_next(&screen)) {
+        event.window = screen.data->root;
+        sendEvent(connection_, window, event);
+    }
 }
 
 } // namespace klova::x11

@@ -2,6 +2,7 @@
 
 #include "platform/x11/Connection.h"
 #include "platform/x11/Properties.h"
+#include "platform/x11/SendEvent.h"
 
 #include <algorithm>
 #include <ranges>
@@ -57,8 +58,7 @@ void X11TrayArea::requestDock() {
     message.data.data32[0] = XCB_CURRENT_TIME;
     message.data.data32[1] = kRequestDock;
     message.data.data32[2] = icon_;
-    xcb_send_event(connection_.get(), 0, tray_.owner(), XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<const char*>(&message));
+    sendEvent(connection_.get(), tray_.owner(), message);
 }
 
 void X11TrayArea::handle(const xcb_generic_event_t& event) {

@@ -1,0 +1,13 @@
+// How often a thread of another program has been woken.
+#pragma once
+
+#include <string>
+#include <sys/types.h>
+
+namespace klova::rig {
+
+/// For all threads of this name since their start: as often as they have fallen asleep. 0 where
+/// there are none.
+long wakeUpsOf(pid_t process, const std::string& thread);
+
+} // namespace klova::rig
