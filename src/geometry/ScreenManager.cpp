@@ -44,13 +44,16 @@ std::size_t ScreenManager::getAmountOfScreens() const {
 }
 
 void ScreenManager::getScreenSizes() const {
-    if (!screenFrames_)
+    if (!screenFrames_ || screenFrames_->empty())
         return;
-    for (const Screen& screen : *screenFrames_)
-        diagnosticLine([screen] {
-            return "Screen : " + description(screen.frame) + "  :  " +
-                   description(screen.backingScaleFactor) + "   \n";
-        });
+    diagnosticLine([screens = *screenFrames_] {
+        std::string lines;
+        for (const Screen& screen : screens)
+            lines += "Screen : " + description(screen.frame) + "  :  " +
+                     description(screen.backingScaleFactor) + "   \n\n";
+        lines.pop_back(); // a line break follows
+        return lines;
+    });
 }
 
 void ScreenManager::organizeScreens() {
