@@ -88,6 +88,15 @@ void diagnosticLine(std::function<std::string()> text) {
         writeHeldLines();
 }
 
+bool diagnosticsAreRead() {
+    static const bool areRead = [] {
+        struct stat status {};
+        return ::isatty(STDOUT_FILENO) == 1 ||
+               (::fstat(STDOUT_FILENO, &status) == 0 && S_ISFIFO(status.st_mode));
+    }();
+    return areRead;
+}
+
 DiagnosticsHold::DiagnosticsHold() { ++holds; }
 
 DiagnosticsHold::~DiagnosticsHold() {

@@ -15,6 +15,10 @@ void diagnosticLine(std::string_view text);
 /// and so owns what it tells of.
 void diagnosticLine(std::function<std::string()> text);
 
+/// Whether standard output is a terminal or a pipe, so that somebody may be reading along, and no
+/// log or nothing.
+bool diagnosticsAreRead();
+
 /// Writes "klova: ", the sentence and a line break to standard error, under the same terms.
 void errorLine(std::string_view sentence);
 

@@ -20,8 +20,9 @@ public:
 
     virtual ~EventMonitors() = default;
 
-    /// Watches the event types of `mask` (a sum of `maskOf`). Absent when refused. May be called
-    /// from inside a handler; the new monitor does not hear the running event.
+    /// Watches the event types of `mask` (a sum of `maskOf`). Motions with no button down and keys
+    /// with no modifier key down may be left out. Absent when refused. May be called from inside a
+    /// handler; the new monitor does not hear the running event.
     virtual std::optional<MonitorId> addGlobalMonitorForEventsMatchingMask(std::uint64_t mask,
                                                                            Handler handler) = 0;
 

@@ -1,4 +1,5 @@
 #include "desktop/StickyKeys.h"
+#include "desktop/WakeUps.h"
 #include "e2e/KlovaTest.h"
 
 #include <array>
@@ -125,6 +126,23 @@ TEST_P(KeyboardTest, RightHandKeysDoNotArmAndReachTheWindow) {
     EXPECT_EQ(visibleFrame(display, window.id()), before);
 }
 
+TEST_P(KeyboardTest, TwoKeysOfOneModifierAreToldApart) {
+    const int arrow = hands().keyCode(XKB_KEY_Left);
+    hands().press({XKB_KEY_Control_L, XKB_KEY_Control_R});
+    hands().release({XKB_KEY_Control_L, XKB_KEY_Control_R});
+    received();
+    hands().chord({XKB_KEY_Super_L}, XKB_KEY_Left);
+    EXPECT_EQ(std::ranges::count(received(), arrow), 1) << "both Ctrl keys are up";
+    hands().press({XKB_KEY_Super_R, XKB_KEY_Super_L});
+    hands().release(XKB_KEY_Super_R);
+    received();
+    hands().press(XKB_KEY_Control_L);
+    hands().roundTrip();
+    EXPECT_TRUE(awaitKeyboardGrab(display)) << "Super_L is down";
+    hands().release({XKB_KEY_Control_L, XKB_KEY_Super_L});
+    expectNoLeak("Super_L is down");
+}
+
 TEST_P(KeyboardTest, LayoutsSwapModifiersByMeaningAndKeepLettersByPlace) {
     const std::uint8_t capsKey = 66, controlKey = 37, scrollKey = 78;
     ASSERT_EQ(desktop.launch({"setxkbmap", "-option", "ctrl:swapcaps"}).waitExit(kDeadline), 0);
@@ -248,6 +266,23 @@ TEST_P(KeyboardTest, AKeyThatSticksArmsUntilItIsLetGo) {
     expectPlace(Place::right, "locked by no key");
     lockModifiers(display, 0);
     expectPassing("unlocked by no key");
+}
+
+TEST_P(KeyboardTest, TypingWakesKlovaOnlyWhileAModifierIsDown) {
+    const auto wakeUps = [&] { return wakeUpsOf(klova->process().id(), "klova"); };
+    hands().setSpacing(10ms); // or Klova would not fall asleep in between
+    const auto typingWakes = [&] {
+        const auto before = wakeUps();
+        for (int key = 0; key < 3; ++key)
+            received();
+        return wakeUps() != before;
+    };
+    EXPECT_TRUE(waitUntil(display, "sleep", [&] { return !typingWakes(); }));
+    hands().press(XKB_KEY_Shift_L);
+    received();
+    EXPECT_TRUE(waitUntil(display, "a wake-up", [&] { return typingWakes(); }));
+    hands().release(XKB_KEY_Shift_L);
+    EXPECT_TRUE(waitUntil(display, "sleep again", [&] { return !typingWakes(); }));
 }
 
 TEST_P(KeyboardTest, EveryChoiceOfKeysArmsAndNoOther) {

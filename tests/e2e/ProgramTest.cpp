@@ -130,6 +130,26 @@ TEST_F(ProgramTest, runsWhereNobodyReadsItsOutput) {
     ::close(ends[1]);
 }
 
+TEST_F(ProgramTest, tellsOfEachKeyToWhoeverReadsAlong) {
+    writeFile(settings, kFirstSettings);
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK), 0);
+    Process klova({KLOVA_BINARY},
+                  {.environment = desktop.session().environment(), .standardOutput = ends[1]});
+    ASSERT_TRUE(awaitStart(klova));
+    Display display(desktop.server().display());
+    std::string said;
+    EXPECT_TRUE(waitUntil(display, "a line", [&] {
+        keyboard.tap(XKB_KEY_n);
+        std::array<char, 4096> some{};
+        const auto size = ::read(ends[0], some.data(), some.size());
+        said.append(some.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+        return said.ends_with("\n[]\n");
+    })) << said;
+    EXPECT_EQ(quitWithT(klova), 0);
+    std::ranges::for_each(ends, ::close);
+}
+
 TEST_F(ProgramTest, stopsAtImpossibleKeys) {
     writeFile(settings, R"({"isNotFirstTime": true, "activationKeys": [70000]})");
     Process klova = start();

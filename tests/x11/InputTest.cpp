@@ -15,8 +15,8 @@ namespace {
 
 TEST(HeldKeys, TellEachTransitionOnce) {
     // Super, the super key of an Other keyboard and Control: capitals go down, small letters up.
-    // K: Super sticks. X: Control again under a map that makes it Shift. !: only Control is really
-    // down.
+    // A: Super of any keyboard. K: Super sticks. X: Control again under a map that makes it Shift.
+    // !: only Control is really down.
     const std::pair<std::string, std::string> rows[] = {
         {"SSss", "55 . 55 . "},
         {"sSs", ". 55 55 "},
@@ -27,10 +27,14 @@ TEST(HeldKeys, TellEachTransitionOnce) {
         {"SOC!!sc", "55 . 59 55 . . 59 "},
         {"SCOs!S", "55 59 . . 55 55 "},
         {"CSKs!cKk", "59 55 . . . 59 . 55 "},
+        {"AsSAs", "55 55 55 . 55 "},
+        {"ASOso", "55 . . . 55 "},
+        {"KAka", "55 . . 55 "},
     };
     const std::map<char, std::pair<PhysicalKey, KeyCode>> keys = {
         {'S', {{5, 133}, 55}},
         {'O', {{9, 133}, 55}},
+        {'A', {{PhysicalKey::kAnyKeyboard, 133}, 55}},
         {'K', {{PhysicalKey::kNoKeyboard, 133}, 55}},
         {'C', {{5, 37}, 59}},
         {'X', {{5, 37}, 56}}};

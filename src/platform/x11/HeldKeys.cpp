@@ -9,15 +9,35 @@ bool HeldKeys::holdsCode(KeyCode code) const {
                        [code](const auto& entry) { return entry.second == code; });
 }
 
+/// The key itself, else the one that it may be.
+HeldKeys::Keys::const_iterator HeldKeys::find(PhysicalKey physical) const {
+    const auto itself = down_.find(physical);
+    if (itself != down_.end() || physical.device == PhysicalKey::kNoKeyboard)
+        return itself;
+    return std::ranges::find_if(down_, [physical](const auto& entry) {
+        const PhysicalKey& other = entry.first;
+        return other.keycode == physical.keycode && other.device != PhysicalKey::kNoKeyboard &&
+               (physical.device == PhysicalKey::kAnyKeyboard ||
+                other.device == PhysicalKey::kAnyKeyboard);
+    });
+}
+
 std::optional<KeyCode> HeldKeys::press(PhysicalKey physical, KeyCode code) {
-    const bool wasDown = holdsCode(code);
-    if (!down_.emplace(physical, code).second || wasDown)
+    if (const auto known = find(physical); known != down_.end()) {
+        if (known->first.device == PhysicalKey::kAnyKeyboard) { // now it is said on which
+            const KeyCode before = known->second;
+            down_.erase(known);
+            down_.emplace(physical, before);
+        }
         return std::nullopt;
-    return code;
+    }
+    const bool wasDown = holdsCode(code);
+    down_.emplace(physical, code);
+    return wasDown ? std::nullopt : std::optional(code);
 }
 
 std::optional<KeyCode> HeldKeys::release(PhysicalKey physical) {
-    const auto entry = down_.find(physical);
+    const auto entry = find(physical);
     if (entry == down_.end())
         return std::nullopt;
     const KeyCode code = entry->second;

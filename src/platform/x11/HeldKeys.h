@@ -13,9 +13,10 @@
 namespace klova::x11 {
 
 /// A key of one particular keyboard; of none where it sticks (latched, locked) without a hand on
-/// it.
+/// it; of any where nobody said which.
 struct PhysicalKey {
     static constexpr std::uint16_t kNoKeyboard = 0;
+    static constexpr std::uint16_t kAnyKeyboard = 0xFFFF;
     std::uint16_t device = kNoKeyboard;
     std::uint8_t keycode = 0;
     bool operator<(const PhysicalKey& other) const {
@@ -38,13 +39,17 @@ public:
     /// that.
     std::vector<KeyCode> keepOnly(const std::function<bool(std::uint8_t keycode)>& isDown);
 
-    bool holds(PhysicalKey physical) const { return down_.contains(physical); }
+    bool holds(PhysicalKey physical) const { return find(physical) != down_.end(); }
     bool holdsCode(KeyCode code) const;
     bool empty() const { return down_.empty(); }
     const std::map<PhysicalKey, KeyCode>& keys() const { return down_; }
 
 private:
-    std::map<PhysicalKey, KeyCode> down_;
+    using Keys = std::map<PhysicalKey, KeyCode>;
+
+    Keys::const_iterator find(PhysicalKey physical) const;
+
+    Keys down_;
 };
 
 } // namespace klova::x11

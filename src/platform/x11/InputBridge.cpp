@@ -3,6 +3,7 @@
 #include "platform/x11/XcbXkb.h"
 
 #include <utility>
+#include <vector>
 
 namespace klova::x11 {
 namespace {
@@ -23,8 +24,9 @@ void selectKeyboardEvents(Connection& connection) {
     xcb_xkb_select_events_details_t details{};
     details.affectNewKeyboard = details.newKeyboardDetails =
         XCB_XKB_NKN_DETAIL_KEYCODES | XCB_XKB_NKN_DETAIL_DEVICE_ID;
-    details.affectState = details.stateDetails =
-        XCB_XKB_STATE_PART_MODIFIER_LATCH | XCB_XKB_STATE_PART_MODIFIER_LOCK;
+    details.affectState = details.stateDetails = XCB_XKB_STATE_PART_MODIFIER_BASE |
+                                                 XCB_XKB_STATE_PART_MODIFIER_LATCH |
+                                                 XCB_XKB_STATE_PART_MODIFIER_LOCK;
     xcb_xkb_select_events_aux(connection.get(), XCB_XKB_ID_USE_CORE_KBD, events, 0, 0, mapParts,
                               mapParts, &details);
 }
@@ -54,8 +56,7 @@ InputBridge::InputBridge(Connection& connection, Heartbeat& heartbeat, X11Screen
     if (!usable_)
         return;
     selectKeyboardEvents(connection);
-    selectXInputEvents(connection, kMasterKeyboard,
-                       kWatchedKeys | XCB_INPUT_XI_EVENT_MASK_FOCUS_IN);
+    keys_.selectKeys(false);
     selectXInputEvents(connection, kMasterPointer, kWatchedButtons);
     selectXInputEvents(connection, kAllDevices, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
     readKeyMap();
@@ -109,7 +110,7 @@ void InputBridge::handle(const xcb_generic_event_t& event) {
     if (type == state_.connection.xkbFirstEvent()) {
         const auto& xkb = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
         if (xkb.xkbType == XCB_XKB_STATE_NOTIFY)
-            noteStuck(xkb.latchedMods, xkb.lockedMods, xkb.keycode);
+            handleModifiers(event);
         else
             keyMapChanged_ = true;
     } else if (type == XCB_MAPPING_NOTIFY) {
@@ -117,6 +118,18 @@ void InputBridge::handle(const xcb_generic_event_t& event) {
             XCB_MAPPING_POINTER)
             keyMapChanged_ = true;
     }
+}
+
+void InputBridge::handleModifiers(const xcb_generic_event_t& event) {
+    const auto& state = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
+    if (state.eventType == XCB_KEY_PRESS || state.eventType == XCB_KEY_RELEASE) {
+        beforeInput(state.time);
+        pointer_.locatePress();
+        keys_.followStuckKeys();
+        keys_.modifiersChanged(state.keycode, state.eventType == XCB_KEY_PRESS, state.baseMods);
+        pointer_.selectMotion();
+    }
+    noteStuck(state.latchedMods, state.lockedMods, state.keycode);
 }
 
 void InputBridge::noteStuck(std::uint8_t latched, std::uint8_t locked, xcb_keycode_t keycode) {
@@ -129,12 +142,7 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
     const auto& rawKey = reinterpret_cast<const RawKeyEvent&>(event);
     const auto& button = reinterpret_cast<const ButtonEvent&>(event);
     const auto& rawButton = reinterpret_cast<const RawButtonEvent&>(event);
-    lastTime_ = key.time;
-    if (renewAt_)
-        renewAt_ = std::chrono::steady_clock::now() + kRenewal;
-    state_.place.reset();
-    if (keyMapChanged_)
-        readKeyMap();
+    beforeInput(key.time);
     if (key.event_type != XCB_INPUT_BUTTON_PRESS) // which says itself where it was
         pointer_.locatePress();
     keys_.followStuckKeys();
@@ -175,18 +183,38 @@ void InputBridge::handleXInput(const xcb_generic_event_t& event) {
     pointer_.selectMotion();
 }
 
+void InputBridge::beforeInput(xcb_timestamp_t time) {
+    lastTime_ = time;
+    if (renewAt_)
+        renewAt_ = std::chrono::steady_clock::now() + kRenewal;
+    state_.place.reset();
+    if (keyMapChanged_)
+        readKeyMap();
+}
+
 /// A frozen key holds back the keys after it, but not a click: the release of an activation key
 /// may still be queued behind it when a click comes that is later than both. Times are whole
 /// milliseconds: of equal ones the click counts as the earlier, since a gesture's click must not
-/// reach the program.
+/// reach the program. What a key does to the modifiers is told right behind it, and so before its
+/// answer.
 void InputBridge::catchUpWithKeys(xcb_timestamp_t time) {
     const auto isEarlierKey = [&](const xcb_generic_event_t& event) {
         return isKey(state_.connection, event) &&
                static_cast<std::int32_t>(reinterpret_cast<const KeyEvent&>(event).time - time) < 0;
     };
+    const auto tellsOfModifiers = [&](const xcb_generic_event_t& event) {
+        return event.response_type == state_.connection.xkbFirstEvent() &&
+               reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event).xkbType ==
+                   XCB_XKB_STATE_NOTIFY;
+    };
     state_.connection.roundTrip();
-    while (const auto event = state_.connection.takeWaiting(isEarlierKey)) {
-        handleXInput(*event);
+    while (const auto key = state_.connection.takeWaiting(isEarlierKey)) {
+        std::vector<UniqueC<xcb_generic_event_t>> modifiers;
+        while (auto event = state_.connection.takeWaiting(tellsOfModifiers))
+            modifiers.push_back(std::move(event));
+        handle(*key);
+        for (const auto& event : modifiers)
+            handle(*event);
         state_.connection.roundTrip();
     }
 }
@@ -219,6 +247,7 @@ void InputBridge::settle() {
     if (grabsOutdated_ || state_.tap->armedForGood())
         state_.tap->placeGrabs(state_.map);
     grabsOutdated_ = false;
+    keys_.selectKeys(pointer_.leftIsDown());
     renewGrabs();
     holdKeyboardWhileArmed();
 }

@@ -67,6 +67,8 @@ private:
     class Registration;
 
     void noteStuck(std::uint8_t latched, std::uint8_t locked, xcb_keycode_t keycode);
+    void beforeInput(xcb_timestamp_t time);
+    void handleModifiers(const xcb_generic_event_t& event);
     void handleXInput(const xcb_generic_event_t& event);
     void catchUpWithKeys(xcb_timestamp_t time);
     void readKeyMap();

@@ -1,12 +1,39 @@
 #include "platform/x11/KeyInput.h"
 
+#include "platform/Diagnostics.h"
 #include "platform/x11/OwnWindows.h"
+
+#include <bitset>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace klova::x11 {
 namespace {
 
 PhysicalKey physicalKey(xcb_input_device_id_t source, std::uint32_t detail) {
     return {source, static_cast<std::uint8_t>(detail)};
+}
+
+void selectRawKeys(Connection& connection, bool wanted) {
+    constexpr std::uint32_t keys =
+        XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+    selectXInputEvents(connection, kMasterKeyboard,
+                       XCB_INPUT_XI_EVENT_MASK_FOCUS_IN | (wanted ? keys : 0));
+}
+
+using Keycodes = std::bitset<256>;
+
+/// The keys that are down; absent where the server does not tell.
+std::optional<Keycodes> readKeymap(Connection& connection) {
+    const auto reply =
+        own(xcb_query_keymap_reply(connection.get(), xcb_query_keymap(connection.get()), nullptr));
+    if (!reply)
+        return std::nullopt;
+    Keycodes down;
+    for (std::size_t keycode = 0; keycode < down.size(); ++keycode)
+        down[keycode] = (reply->keys[keycode / 8] >> (keycode % 8) & 1) != 0;
+    return down;
 }
 
 } // namespace
@@ -27,16 +54,40 @@ void KeyInput::watched(const RawKeyEvent& event, bool press) {
     state_.observe(key);
 }
 
+void KeyInput::modifiersChanged(std::uint8_t keycode, bool press, std::uint8_t base) {
+    const int gone = std::exchange(base_, base) & ~base;
+    forgetAllBut([&](std::uint8_t key) {
+        const auto modifiers = state_.map.modifiers[key];
+        return key == keycode ? press : (modifiers & gone) == 0 || (modifiers & base) != 0;
+    });
+    const PhysicalKey physical{PhysicalKey::kAnyKeyboard, keycode};
+    const KeyCode code = state_.map.codes[keycode];
+    if (press && isModifier(code) && !state_.held.holds(physical) && !focusIsOwn(state_.connection))
+        tell(physical, code, true);
+}
+
+void KeyInput::selectKeys(bool buttonDown) {
+    const bool foreseen = state_.tap != nullptr && state_.tap->foreseesArming();
+    const bool wanted = !foreseen || state_.armed() || !state_.held.empty() ||
+                        (watching_ && buttonDown) || diagnosticsAreRead();
+    if (std::exchange(watching_, wanted) != wanted)
+        selectRawKeys(state_.connection, wanted);
+}
+
 void KeyInput::frozen(const KeyEvent& event, bool press) {
     if (state_.tap == nullptr) {
         allowEvents(state_.connection, kMasterKeyboard, Allow::replay);
         return;
     }
-    if (press && !state_.tap->ownsKeyboard())
-        dropStaleKeys(); // nothing moves on while frozen, so the server's answer is exact
     const PhysicalKey physical = physicalKey(event.sourceid, event.detail);
+    if (press && !state_.tap->ownsKeyboard() && (event.mods.base != 0 || !state_.held.empty()))
+        takeStock(physical.keycode);
     const KeyCode code = state_.map.codes[physical.keycode];
-    if (press ? isModifier(code) : state_.held.holds(physical)) {
+    const auto releasesModifier = [&] {
+        return state_.held.holds(physical) ||
+               (isModifier(code) && !state_.tap->hasSwallowedKey(physical));
+    };
+    if (press ? isModifier(code) : releasesModifier()) {
         tell(physical, code, press);
         answerModifier(physical, code, press);
     } else {
@@ -88,19 +139,40 @@ void KeyInput::answerKey(PhysicalKey physical, KeyCode code, bool press) {
 }
 
 void KeyInput::dropStaleKeys() {
-    if (state_.held.empty())
-        return;
-    const auto keys = own(xcb_query_keymap_reply(
-        state_.connection.get(), xcb_query_keymap(state_.connection.get()), nullptr));
-    if (!keys)
-        return;
-    const auto isDown = [&keys](std::uint8_t keycode) {
-        return (keys->keys[keycode / 8] >> (keycode % 8) & 1) != 0;
-    };
-    for (const KeyCode code : state_.held.keepOnly(isDown))
-        announce(code);
+    if (!state_.held.empty())
+        if (const auto down = readKeymap(state_.connection))
+            drop([&](auto keycode) { return (*down)[keycode]; });
+}
+
+void KeyInput::drop(const IsDown& isDown) {
+    forgetAllBut(isDown);
     if (state_.tap != nullptr)
         state_.tap->dropStaleKeys(isDown);
+}
+
+/// While a key is frozen nothing moves on, and the server's account is exact. It alone knows of a
+/// key that went down before the keys were watched, and changed no modifier.
+void KeyInput::takeStock(std::uint8_t frozen) {
+    const auto down = readKeymap(state_.connection);
+    if (!down)
+        return;
+    drop([&](auto keycode) { return (*down)[keycode]; });
+    std::vector<PhysicalKey> missed;
+    for (std::size_t keycode = 0; keycode < down->size(); ++keycode) {
+        const PhysicalKey key{PhysicalKey::kAnyKeyboard, static_cast<std::uint8_t>(keycode)};
+        if ((*down)[keycode] && keycode != frozen && isModifier(state_.map.codes[keycode]) &&
+            !state_.held.holds(key))
+            missed.push_back(key);
+    }
+    if (missed.empty() || focusIsOwn(state_.connection))
+        return;
+    for (const PhysicalKey key : missed)
+        tell(key, state_.map.codes[key.keycode], true);
+}
+
+void KeyInput::forgetAllBut(const IsDown& isDown) {
+    for (const KeyCode code : state_.held.keepOnly(isDown))
+        announce(code);
 }
 
 void KeyInput::stick(std::uint8_t modifiers, std::uint8_t keycode) {

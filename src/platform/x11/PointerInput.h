@@ -40,6 +40,8 @@ public:
     /// not wake the program.
     void selectMotion();
 
+    bool leftIsDown() const { return leftDown_; }
+
     /// To be called with every event that is not an XInput2 one.
     void handle(const xcb_generic_event_t& event) { maps_.handle(event); }
 
@@ -78,9 +80,7 @@ private:
     bool motionSelected_ = false;
 };
 
-/// What is watched at all times.
-inline constexpr std::uint32_t kWatchedKeys =
-    XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+/// What is watched of the pointer at all times.
 inline constexpr std::uint32_t kWatchedButtons =
     XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
 

@@ -12,6 +12,14 @@ namespace {
 
 constexpr std::chrono::seconds kPatience{5};
 
+bool setsModifierWithEachKey(const KeyMap& map, std::span<const KeyCode> codes) {
+    for (std::size_t keycode = 0; keycode < map.codes.size(); ++keycode)
+        if (map.modifiers[keycode] == 0 &&
+            std::ranges::find(codes, map.codes[keycode]) != codes.end())
+            return false;
+    return true;
+}
+
 } // namespace
 
 X11EventTap::X11EventTap(Connection& connection, Heartbeat& heartbeat, std::uint64_t mask,
@@ -41,6 +49,7 @@ void X11EventTap::placeGrabs(const KeyMap& map) {
     // Without activation keys nothing arms but a first modifier, and then everything is taken.
     if (enabled_ && (!client_.activationKeys().empty() || client_.armed()))
         plan = planPassiveGrabs(map, client_.activationKeys());
+    foreseesArming_ = !plan.empty() && setsModifierWithEachKey(map, client_.activationKeys());
     passive_.place(std::move(plan));
     if (passive_.refused() > 0 && !saidRefusal_) {
         saidRefusal_ = true;

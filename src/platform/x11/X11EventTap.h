@@ -41,6 +41,9 @@ public:
     /// Sets the passive grabs for this map and the client's keys, unless they are in place.
     void placeGrabs(const KeyMap& map);
 
+    /// Whether each activation key sets a modifier, so that none needs to be watched for.
+    bool foreseesArming() const { return foreseesArming_; }
+
     /// Puts the passive grabs before those that other programs have placed since.
     void renewGrabs() { passive_.renew(); }
 
@@ -80,6 +83,7 @@ public:
         return !swallowedKeys_.empty() || !swallowedButtons_.empty();
     }
 
+    bool hasSwallowedKey(PhysicalKey physical) const { return swallowedKeys_.contains(physical); }
     bool hasSwallowedModifier(PhysicalKey physical) const {
         return swallowedModifiers_.contains(physical);
     }
@@ -110,6 +114,7 @@ private:
     bool ownsKeyboard_ = false;
     std::uint32_t grabSequence_ = 0; ///< of the request that last grabbed the keyboard
     bool saidRefusal_ = false;
+    bool foreseesArming_ = false;
     PassiveGrabs passive_;
     std::set<PhysicalKey> swallowedKeys_; ///< pressed under the grab and still down
     std::set<PhysicalKey> swallowedModifiers_;
