@@ -1,6 +1,7 @@
 #include "ProcessCost.h"
 
 #include "desktop/Files.h"
+#include "desktop/WakeUps.h"
 
 #include <filesystem>
 #include <sstream>
@@ -57,8 +58,8 @@ double processorMicroseconds(const std::vector<pid_t>& processes) {
 
 std::uint64_t wakeUps(const std::vector<pid_t>& processes) {
     std::uint64_t sum = 0;
-    for (const auto& thread : threadsOf(processes))
-        sum += field(thread / "status", "voluntary_ctxt_switches");
+    for (const auto process : processes)
+        sum += rig::wakeUpsOf(process);
     return sum;
 }
 
