@@ -99,13 +99,14 @@ void sayOfSettings(const std::string& sentence) {
 }
 
 /// What goes on in other programs is not to wake Qt either.
-void letQtSleep() {
+void letQtSleep(const x11::Atoms& atoms) {
     const auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (native == nullptr)
         return;
     // Qt signals no change of the focus when the window that has it is destroyed.
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
-                     qGuiApp, [toolkit = x11::ToolkitConnection(native->connection())]() mutable {
+                     qGuiApp,
+                     [toolkit = x11::ToolkitConnection(native->connection(), atoms)]() mutable {
                          const QWindow* window = QGuiApplication::focusWindow();
                          const auto id = window != nullptr ? window->winId() : XCB_NONE;
                          toolkit.focusChanged(static_cast<xcb_window_t>(id));
@@ -119,7 +120,7 @@ void runOn(x11::X11Desktop& x11, AutostartItems& loginItems) {
     watchedConnection = x11.descriptor();
     std::atexit(endWithoutServerIfItIsGone);
     QtApplication application("xcb");
-    letQtSleep();
+    letQtSleep(x11.connection().atoms());
     DesktopPump pump(x11, endWithoutServer);
     quitSignals.deliverTo([&application] { application.terminate(); });
     panels = &x11.panels();

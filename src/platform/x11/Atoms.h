@@ -35,6 +35,7 @@ namespace klova::x11 {
     atom(_NET_WM_WINDOW_TYPE_DOCK)                                                                 \
     atom(_NET_WM_WINDOW_TYPE_NOTIFICATION)                                                         \
     atom(_NET_WM_WINDOW_TYPE_SPLASH)                                                               \
+    atom(_NET_WORKAREA)                                                                            \
     atom(_XSETTINGS_SETTINGS)
 // clang-format on
 

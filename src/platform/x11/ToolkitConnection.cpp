@@ -6,7 +6,6 @@
 
 #include <X11/Xlib.h>
 #include <cstdint>
-#include <string_view>
 #include <utility>
 
 namespace klova::x11 {
@@ -41,15 +40,6 @@ void ignoreButtonsOfKeyboard(xcb_connection_t* connection) {
                               0, 0, 0, 0, &details);
 }
 
-xcb_intern_atom_cookie_t askForAtom(xcb_connection_t* connection, std::string_view name) {
-    return xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
-}
-
-xcb_atom_t takeAtom(xcb_connection_t* connection, xcb_intern_atom_cookie_t cookie) {
-    const auto reply = own(xcb_intern_atom_reply(connection, cookie, nullptr));
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
 } // namespace
 
 void setXlibConnectionLost(void (*end)()) {
@@ -57,7 +47,8 @@ void setXlibConnectionLost(void (*end)()) {
     XSetIOErrorHandler(handleLoss);
 }
 
-ToolkitConnection::ToolkitConnection(xcb_connection_t* connection) : connection_(connection) {
+ToolkitConnection::ToolkitConnection(xcb_connection_t* connection, const Atoms& atoms)
+    : connection_(connection), read_{atoms._NET_SUPPORTED, atoms._NET_WORKAREA} {
     selectOnRoots(connection,
                   XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW |
                       XCB_EVENT_MASK_PROPERTY_CHANGE,
@@ -65,9 +56,7 @@ ToolkitConnection::ToolkitConnection(xcb_connection_t* connection) : connection_
     const auto* xkb = xcb_get_extension_data(connection, &xcb_xkb_id);
     if (xkb != nullptr && xkb->present != 0)
         ignoreButtonsOfKeyboard(connection);
-    const auto supported = askForAtom(connection, "_NET_SUPPORTED");
-    const auto workArea = askForAtom(connection, "_NET_WORKAREA");
-    read_ = {takeAtom(connection, supported), takeAtom(connection, workArea)};
+    xcb_flush(connection);
 }
 
 void ToolkitConnection::focusChanged(xcb_window_t window) {

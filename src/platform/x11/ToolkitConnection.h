@@ -1,6 +1,8 @@
 // The connection that a toolkit keeps beside ours.
 #pragma once
 
+#include "platform/x11/Atoms.h"
+
 #include <array>
 #include <xcb/xcb.h>
 
@@ -14,8 +16,8 @@ void setXlibConnectionLost(void (*end)());
 /// which buttons are a part of the keyboard's state.
 class ToolkitConnection {
 public:
-    /// `connection` is the toolkit's own.
-    explicit ToolkitConnection(xcb_connection_t* connection);
+    /// `connection` is the toolkit's own; the atoms are the server's, and so anybody's.
+    ToolkitConnection(xcb_connection_t* connection, const Atoms& atoms);
 
     /// Says which of the toolkit's windows has the focus now, if any. Then it is told of the root's
     /// properties, and of what the manager may have changed before. A Qt that sets a selection and
@@ -27,7 +29,7 @@ private:
     void announce(xcb_atom_t property, xcb_window_t window);
 
     xcb_connection_t* connection_;
-    std::array<xcb_atom_t, 2> read_{}; ///< properties that the toolkit reads when they change
+    std::array<xcb_atom_t, 2> read_; ///< properties that the toolkit reads when they change
     bool hears_ = false;
 };
 
